@@ -1,0 +1,49 @@
+#include "nodes/element/PiElementClasses.h"
+
+#include <iterator>
+
+#include <Ormelle/PoBevelEdgeElement.h>
+#include <Ormelle/PoCellFilterElement.h>
+#include <Ormelle/PoDataMappingElement.h>
+#include <Ormelle/PoDateFormatMappingElement.h>
+#include <Ormelle/PoDomainElement.h>
+#include <Ormelle/PoIsovaluesListElement.h>
+#include <Ormelle/PoLabelHintsElement.h>
+#include <Ormelle/PoMesh1DFilterElement.h>
+#include <Ormelle/PoMesh1DHintsElement.h>
+#include <Ormelle/PoMeshElement.h>
+#include <Ormelle/PoMiscTextAttrElement.h>
+#include <Ormelle/PoNumericDisplayFormatElement.h>
+#include <Ormelle/PoProfileElement.h>
+
+namespace {
+
+struct ElementClass {
+  void (*init)();
+  void (*exit)();
+};
+
+template <class Element>
+constexpr ElementClass classOf() {
+  return {&Element::initClass, &Element::exitClass};
+}
+
+constexpr ElementClass kElements[] = {
+    classOf<PoDomainElement>(),        classOf<PoNumericDisplayFormatElement>(),
+    classOf<PoIsovaluesListElement>(), classOf<PoDateFormatMappingElement>(),
+    classOf<PoMiscTextAttrElement>(),  classOf<PoDataMappingElement>(),
+    classOf<PoCellFilterElement>(),    classOf<PoMeshElement>(),
+    classOf<PoBevelEdgeElement>(),     classOf<PoMesh1DFilterElement>(),
+    classOf<PoMesh1DHintsElement>(),   classOf<PoProfileElement>(),
+    classOf<PoLabelHintsElement>(),
+};
+
+}  // namespace
+
+void PiElementTable::initClasses() {
+  for (const ElementClass& element : kElements) element.init();
+}
+
+void PiElementTable::exitClasses() {
+  for (auto element = std::rbegin(kElements); element != std::rend(kElements); ++element) element->exit();
+}
