@@ -40,10 +40,10 @@ constexpr ElementClass kElements[] = {
 
 }  // namespace
 
-void PiElementTable::initClasses() {
+void PiElementClasses::initClasses() {
   for (const ElementClass& element : kElements) element.init();
 }
 
-void PiElementTable::exitClasses() {
+void PiElementClasses::exitClasses() {
   for (auto element = std::rbegin(kElements); element != std::rend(kElements); ++element) element->exit();
 }
