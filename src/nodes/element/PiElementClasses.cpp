@@ -40,10 +40,10 @@ constexpr ElementClass kElements[] = {
 
 }  // namespace
 
-void PiElementClasses::initClasses() {
+void PiElementTable::initClasses() {
   for (const ElementClass& element : kElements) element.init();
 }
 
-void PiElementClasses::exitClasses() {
+void PiElementTable::exitClasses() {
   for (auto element = std::rbegin(kElements); element != std::rend(kElements); ++element) element->exit();
 }
