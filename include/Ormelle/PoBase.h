@@ -2,6 +2,8 @@
 #define ORMELLE_POBASE_H
 
 #include <cstddef>
+#include <memory>
+#include <vector>
 
 #include <Inventor/lists/SoFieldList.h>
 #include <Inventor/nodekits/SoBaseKit.h>
@@ -118,10 +120,10 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// @name One callback before and one after each rebuild
   /// Adding overwrites; removing only acts when function and data are those that were added.
   /// @{
-  void addPreRebuildCallback(RebuildCallback* callback, void* data);
-  void addPostRebuildCallback(RebuildCallback* callback, void* data);
-  void removePreRebuildCallback(RebuildCallback* callback, void* data);
-  void removePostRebuildCallback(RebuildCallback* callback, void* data);
+  void addPreRebuildCallback(RebuildCallback* function, void* data);
+  void addPostRebuildCallback(RebuildCallback* function, void* data);
+  void removePreRebuildCallback(RebuildCallback* function, void* data);
+  void removePostRebuildCallback(RebuildCallback* function, void* data);
   /// @}
 
   /// @name Leaving out what can hardly be seen
@@ -152,13 +154,8 @@ class ORMELLE_API PoBase : public SoBaseKit {
 
   SoNode* copy(SbBool copyConnections = FALSE) const override;
   SbBool affectsState() const override { return FALSE; }
-  void GLRender(SoGLRenderAction* action) override;
   void search(SoSearchAction* action) override;
   void write(SoWriteAction* action) override;
-
-  /// For classes that register themselves with the library; not for applications.
-  static void initClasses();
-  static void exitClasses();
 
  protected:
   /// `count` sensors that stand for the watched fields of one class of the chain.
@@ -181,8 +178,8 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// Attaches sensor i to field i.
   static void attachFieldSensorList(const FieldSensorList& list, const SoFieldList& fields);
   static void detachFieldSensorList(const FieldSensorList& list);
-  /// Sets the default flag of each field, which keeps it out of files.
-  static void setListFieldsDefault(const SoFieldList& fields);
+  /// Keeps each field out of the file being written, see leaveOutOfFile().
+  void setListFieldsDefault(const SoFieldList& fields);
   /// Whether `field` is among those reported since the list was last emptied; only told while storing is on.
   int isFieldHasChanged(const SoField* field) const;
   /// Whether any field or connection changed since the last rebuild.
@@ -204,6 +201,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   virtual void addElementsAllCaches();
   int isStateValid() const { return m_isStateValid; }
   void setState(SoAction* action);
+  /// The state of the running traversal; null outside.
   SoState* getState() const { return m_state; }
   void setCacheAlwaysRebuild(int on) { m_isCacheAlwaysRebuild = on; }
   int isCacheAlwaysRebuild() const { return m_isCacheAlwaysRebuild; }
@@ -221,8 +219,11 @@ class ORMELLE_API PoBase : public SoBaseKit {
   // --- small helpers ---
   void setLightModel(SoLightModel::Model model);
   void setDrawStyleAK(const SbString& partName, SoDrawStyle::Style style);
-  /// Keeps `field`'s node and everything inside it out of the file being written; undone after the write.
+  /// Keeps a field, and for a part that is a kit all that is in it, out of the file being written. For
+  /// setDefaultOnNonWritingFields(): the flags are as before once the kit is written.
   void leaveOutOfFile(SoField& field);
+  /// Says that the kit itself fills this part of `appearance`, so that it isn't written with the fields.
+  void addGeneratedAppearance(const SbName& part);
 
   SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
   void setDefaultOnNonWritingFields() override;
@@ -230,15 +231,20 @@ class ORMELLE_API PoBase : public SoBaseKit {
   SbBool readInstance(SoInput* in, unsigned short flags) override;
 
  private:
-  friend class PiLibrary;
   class SavedFlags;
+  class Quiet;
 
   static void fieldSensorCB(void* kit, SoSensor* sensor);
   static void catchActionCB(void* kit, SoAction* action);
   static void catchActionLevel2CB(void* unused, SoAction* action);
+  void catchAction(SoAction* action);
   void lookForChanges(SoAction* action);
+  void rebuildIfStale();
+  void refreshDomainTransform();
+  void rebuildNow();
   void rebuildOrMark();
   void connectCallbackParts();
+  void leaveAppearanceOutOfFile();
 
   static NodeWriteFormat m_nodeWriteFormat;
   static TextType m_textType;
@@ -256,19 +262,18 @@ class ORMELLE_API PoBase : public SoBaseKit {
   PbDomain m_defaultDomain;
   PbDomain* m_domain = &m_defaultDomain;
   void (*m_customCatchActionCB)(void*, SoAction*) = nullptr;
-  int m_updateTranspList = 0;
   int m_isCacheAlwaysRebuild = 0;
   SoState* m_state = nullptr;
   SoCache* m_allCache = nullptr;
   SoCache* m_domainCache = nullptr;
   int m_isCacheValid = 0;
   int m_isGeometryFromFile = 0;
-  SoWriteAction* m_writeAction = nullptr;
   RebuildCallback* m_preRebuildCB = nullptr;
   RebuildCallback* m_postRebuildCB = nullptr;
   void* m_preRebuildData = nullptr;
   void* m_postRebuildData = nullptr;
-  SavedFlags* m_savedFlags = nullptr;
+  std::vector<SbName> m_generatedAppearance;
+  std::unique_ptr<SavedFlags> m_savedFlags;
 };
 
 #endif
