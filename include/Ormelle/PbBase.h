@@ -55,7 +55,7 @@ class ORMELLE_API PbBase {
   void setDataChange(int dataChange) { m_dataChange = dataChange; }
   /// Calls `basicObjectChange` of every connected kit. Kits may connect and disconnect meanwhile: one that is removed
   /// before its turn isn't told, one that is added isn't told either.
-  void notifyChange();
+  virtual void notifyChange();
   /// Frees all connections without telling anybody.
   void removeAllConnection();
   /// Copies flags and change type from `other`; unless `isConstructing`, also announces `OBJECT_CHANGE`.
