@@ -1,7 +1,6 @@
 #include "FakeKit.h"
 
 #include <Inventor/nodes/SoCube.h>
-#include <gtest/gtest.h>
 
 PO_KIT_SOURCE(FakeKit)
 
@@ -64,14 +63,3 @@ void FakeKit::setDefaultOnNonWritingFields() {
   else
     leaveOutOfFile(cube);
 }
-
-namespace {
-/// The test kit isn't in the library's tables; it is there before any test starts.
-class Registration : public ::testing::Environment {
-  void SetUp() override {
-    PoBase::init();
-    FakeKit::initClass();
-  }
-};
-const auto* const registration = ::testing::AddGlobalTestEnvironment(new Registration);
-}  // namespace

@@ -28,6 +28,16 @@ namespace {
 /// A kit below a separator, with the actions that reach it.
 class LifeTest : public ::testing::Test {
  protected:
+  // The test kit isn't in the library's tables.
+  static void SetUpTestSuite() {
+    PoBase::init();
+    FakeKit::initClass();
+  }
+  static void TearDownTestSuite() {
+    FakeKit::exitClass();
+    PoBase::finish();
+  }
+
   LifeTest() : kit(new FakeKit), root(new SoSeparator) { root->addChild(kit.get()); }
 
   SbBox3f box() {
