@@ -1,0 +1,37 @@
+#include <Ormelle/PoCellFilter.h>
+
+#include <Inventor/actions/SoAction.h>
+#include <Ormelle/PoCellFilterElement.h>
+#include <Ormelle/PoIntervalCellFilter.h>
+
+PO_NODE_ABSTRACT_SOURCE(PoCellFilter)
+PO_NODE_SOURCE(PoIntervalCellFilter)
+
+PoCellFilter::PoCellFilter() {
+  PO_NODE_CONSTRUCTOR(PoCellFilter);
+  PO_NODE_CONSTRUCTED(PoCellFilter);
+}
+
+PoCellFilter::~PoCellFilter() = default;
+
+void PoCellFilter::doAction(SoAction* action) { PoCellFilterElement::set(action->getState(), this, this); }
+
+// A class of the application would be written under a name that nothing can read back.
+void PoCellFilter::write(SoWriteAction*) {}
+
+PoIntervalCellFilter::PoIntervalCellFilter() {
+  PO_NODE_CONSTRUCTOR(PoIntervalCellFilter);
+  PO_NODE_ADD_FIELD(min, (0));
+  PO_NODE_ADD_FIELD(max, (1));
+  PO_NODE_ADD_FIELD(in, (TRUE));
+  PO_NODE_CONSTRUCTED(PoIntervalCellFilter);
+}
+
+PoIntervalCellFilter::~PoIntervalCellFilter() = default;
+
+int PoIntervalCellFilter::acceptCell(int /*cellIndex*/, float value) const {
+  const float lower = min.getValue(), upper = max.getValue();
+  return in.getValue() ? lower < value && value < upper : value <= lower || value >= upper;
+}
+
+void PoIntervalCellFilter::write(SoWriteAction* action) { PoNode::write(action); }
