@@ -67,7 +67,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// What a written kit holds.
   enum NodeWriteFormat {
     WRITE_FIELDS = 0,   ///< its input fields, not its generated parts
-    WRITE_GEOMETRY = 1  ///< its generated parts, not its input fields; attribute nodes write nothing
+    WRITE_GEOMETRY = 1  ///< its generated parts, not its input fields; attribute nodes write nothing (but in binary)
   };
   enum TextType {
     TEXT_3D = 0,         ///< text is solid

@@ -10,7 +10,7 @@
 ///
 /// A subclass overrides `doAction` and sets its element there. Every action that traverses the scene is led to it; a
 /// search calls it before the node itself is looked at, a write only writes the node while
-/// `PoBase::getNodeWriteFormat()` is `WRITE_FIELDS`.
+/// `PoBase::getNodeWriteFormat()` is `WRITE_FIELDS`, or where the file is binary and a gap would make it unreadable.
 ///
 /// Nodes live on the heap. Each one keeps the library initialised for as long as it lives.
 class ORMELLE_API PoNode : public SoNode {

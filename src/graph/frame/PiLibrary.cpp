@@ -3,6 +3,7 @@
 #include <Ormelle/PoBase.h>
 #include <Ormelle/PoDebugError.h>
 #include <Ormelle/PoLibOrmelleP.h>
+#include <Ormelle/PoNode.h>
 
 #include "graph/toolkit/PiToolkit.h"
 #include "graph/toolkit/PiWritePreparation.h"
@@ -55,12 +56,14 @@ void PiLibrary::registerClasses() {
   PoDebugError::initClass();
   PoBase::initClass();
   PiElementTable::initClasses();
+  PoNode::initClasses();
 }
 
 void PiLibrary::unregisterClasses() {
   if (!s_isRegistered) return;
   s_isRegistered = false;
   s_isFinishPending = false;
+  PoNode::exitClasses();
   PiElementTable::exitClasses();
   PoLibOrmelleP::exitViewClasses();
   PoBase::exitClass();

@@ -3,6 +3,7 @@
 #include <iterator>
 #include <new>
 
+#include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
@@ -130,5 +131,6 @@ void PoNode::search(SoSearchAction* action) {
 
 void PoNode::write(SoWriteAction* action) {
   doAction(action);
-  if (PoBase::getNodeWriteFormat() == PoBase::WRITE_FIELDS) inherited::write(action);
+  // A binary group says how many children follow: one that wrote nothing would make the file unreadable.
+  if (PoBase::getNodeWriteFormat() == PoBase::WRITE_FIELDS || action->getOutput()->isBinary()) inherited::write(action);
 }
