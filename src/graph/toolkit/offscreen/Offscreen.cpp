@@ -1,1 +1,0 @@
-// Drawing without a display.

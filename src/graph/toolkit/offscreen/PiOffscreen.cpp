@@ -1,0 +1,199 @@
+#include "graph/toolkit/offscreen/PiOffscreen.h"
+
+#include <Inventor/errors/SoDebugError.h>
+#include <Inventor/nodes/SoCamera.h>
+#include <Inventor/system/gl.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <new>
+#include <vector>
+
+#include "graph/toolkit/offscreen/PiGlContext.h"
+#include "graph/toolkit/offscreen/PiPictureAction.h"
+
+namespace {
+
+// The toolkit remarks on each new context that GLX knows nothing of it. That is as it should be: drop the remark.
+class WithoutGlxRemark {
+ public:
+  WithoutGlxRemark() : m_old{SoDebugError::getHandlerCallback(), SoDebugError::getHandlerData()} {
+    SoDebugError::setHandlerCallback(filter, &m_old);
+  }
+  ~WithoutGlxRemark() { SoDebugError::setHandlerCallback(m_old.function, m_old.data); }
+  WithoutGlxRemark(const WithoutGlxRemark&) = delete;
+  WithoutGlxRemark& operator=(const WithoutGlxRemark&) = delete;
+
+ private:
+  struct Handler {
+    SoErrorCB* function;
+    void* data;
+  };
+  static void filter(const SoError* error, void* old) {
+    const auto* handler = static_cast<const Handler*>(old);
+    if (!std::strstr(error->getDebugString().getString(), "glxglue_isdirect")) handler->function(error, handler->data);
+  }
+
+  Handler m_old;
+};
+
+class CurrentContext {
+ public:
+  explicit CurrentContext(PiGlContext& context) : m_context(context), m_isCurrent(context.makeCurrent()) {}
+  ~CurrentContext() {
+    if (m_isCurrent) m_context.release();
+  }
+  CurrentContext(const CurrentContext&) = delete;
+  CurrentContext& operator=(const CurrentContext&) = delete;
+
+  bool isCurrent() const { return m_isCurrent; }
+
+ private:
+  PiGlContext& m_context;
+  bool m_isCurrent;
+};
+
+// Sample `index` of `count` in a pixel, -0.5 to 0.5: a Hammersley set, whose points all differ in x and in y, so that
+// near-vertical and near-horizontal edges get as many shades as there are samples.
+SbVec2f samplePosition(int index, int count) {
+  float y = 0.0f;
+  float digit = 0.5f;
+  for (int bits = index; bits > 0; bits >>= 1, digit *= 0.5f)
+    if (bits & 1) y += digit;
+  const float half = 0.5f / static_cast<float>(count);
+  return SbVec2f(static_cast<float>(index) / static_cast<float>(count) + half - 0.5f, y + half - 0.5f);
+}
+
+uint8_t toByte(float value) { return static_cast<uint8_t>(std::clamp(value * 255.0f + 0.5f, 0.0f, 255.0f)); }
+
+}  // namespace
+
+// The sum of the samples of every pixel, bottom row first, as OpenGL gives it.
+struct PiOffscreen::Sums {
+  std::vector<uint32_t> rgba;
+};
+
+PiOffscreen::PiOffscreen(int width, int height)
+    : m_width(width), m_height(height), m_context(std::make_unique<PiGlContext>(width, height)) {
+  m_error = m_context->error();
+  if (!m_context->isValid()) return;
+  PiGlContext::installForToolkit();
+  PiPictureAction::initClass();
+  const SbViewportRegion viewport(static_cast<short>(width), static_cast<short>(height));
+  m_action = std::make_unique<PiPictureAction>(viewport);
+  m_action->setCacheContext(m_context->cacheContext());
+  m_action->setTransparencyType(SoGLRenderAction::SORTED_OBJECT_BLEND);
+}
+
+PiOffscreen::~PiOffscreen() = default;
+
+void PiOffscreen::setBackground(const SbColor& color, float opacity) {
+  m_background = color;
+  m_opacity = std::clamp(opacity, 0.0f, 1.0f);
+}
+
+void PiOffscreen::setSamples(int samples) { m_samples = std::clamp(samples, 1, 4096); }
+
+void PiOffscreen::setLineSmoothing(bool on) {
+  if (m_action) m_action->setSmoothing(on ? TRUE : FALSE);
+}
+
+void PiOffscreen::setTransparencyType(SoGLRenderAction::TransparencyType type) {
+  if (m_action) m_action->setTransparencyType(type);
+}
+
+bool PiOffscreen::draw(SoNode* scene) {
+  m_picture = PiPicture();
+  if (!m_context->isValid()) return false;
+  m_error.clear();
+  scene->ref();
+  try {
+    drawStaged(scene);
+  } catch (const std::bad_alloc&) {
+    m_error = "not enough memory for the picture";
+  }
+  scene->unrefNoDelete();
+  if (!m_error.empty()) m_picture = PiPicture();
+  return m_error.empty();
+}
+
+void PiOffscreen::drawStaged(SoNode* scene) {
+  const WithoutGlxRemark quiet;
+  PiStage stage(scene, m_action->getViewportRegion());
+  if (!stage.hasLight()) stage.addLights();
+  if (m_viewpoint || !stage.hasCamera())
+    stage.addCamera(m_viewpoint ? *m_viewpoint : stage.usualViewpoint());
+  else
+    stage.setDepthLimits();
+  m_action->setOnlyCamera(stage.camera());
+
+  const CurrentContext current(*m_context);
+  if (!current.isCurrent()) {
+    m_error = "the OpenGL context was lost";
+    return;
+  }
+  Sums first;
+  if (m_opacity < 1.0f) {
+    Sums second;
+    drawOnto(SbColor(0.0f, 0.0f, 0.0f), stage.root(), first);
+    drawOnto(SbColor(1.0f, 1.0f, 1.0f), stage.root(), second);
+    developTransparent(first, second);
+  } else {
+    drawOnto(m_background, stage.root(), first);
+    developOpaque(first);
+  }
+}
+
+void PiOffscreen::drawOnto(const SbColor& background, SoNode* root, Sums& sums) {
+  const std::size_t size = 4 * static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height);
+  sums.rgba.assign(size, 0);
+  std::vector<uint8_t> pixels(size);
+  for (int sample = 0; sample < m_samples; ++sample) {
+    const SbVec2f position = m_samples > 1 ? samplePosition(sample, m_samples) : SbVec2f(0.0f, 0.0f);
+    PiShiftedProjectionElement::setShift(
+        SbVec2f(2.0f * position[0] / static_cast<float>(m_width), 2.0f * position[1] / static_cast<float>(m_height)));
+    glEnable(GL_DEPTH_TEST);
+    glClearColor(background[0], background[1], background[2], 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    m_action->apply(root);
+    glFinish();
+    glPixelStorei(GL_PACK_ALIGNMENT, 1);
+    glReadPixels(0, 0, m_width, m_height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    for (std::size_t i = 0; i < size; ++i) sums.rgba[i] += pixels[i];
+  }
+  PiShiftedProjectionElement::setShift(SbVec2f(0.0f, 0.0f));
+}
+
+void PiOffscreen::developOpaque(const Sums& sums) {
+  m_picture = {m_width, m_height, std::vector<uint8_t>(sums.rgba.size())};
+  const std::size_t row = 4 * static_cast<std::size_t>(m_width);
+  const auto samples = static_cast<uint32_t>(m_samples);
+  std::size_t out = 0;
+  for (std::size_t start = sums.rgba.size(); start >= row; start -= row)
+    for (std::size_t i = start - row; i < start; ++i, ++out)
+      m_picture.rgba[out] = i % 4 == 3 ? 255 : static_cast<uint8_t>((sums.rgba[i] + samples / 2) / samples);
+}
+
+// What shows the same on black and on white is opaque; where the two differ by all, there is nothing. This holds
+// however the scene blends its parts, which the alpha channel of the buffer doesn't.
+void PiOffscreen::developTransparent(const Sums& onBlack, const Sums& onWhite) {
+  m_picture = {m_width, m_height, std::vector<uint8_t>(onBlack.rgba.size())};
+  const std::size_t row = 4 * static_cast<std::size_t>(m_width);
+  const float full = 255.0f * static_cast<float>(m_samples);
+  uint8_t* out = m_picture.rgba.data();
+  for (std::size_t start = onBlack.rgba.size(); start >= row; start -= row)
+    for (std::size_t i = start - row; i < start; i += 4, out += 4) {
+      float difference = 0.0f;
+      for (std::size_t c = i; c < i + 3; ++c)
+        difference += static_cast<float>(onWhite.rgba[c]) - static_cast<float>(onBlack.rgba[c]);
+      const float drawn = std::clamp(1.0f - difference / (3.0f * full), 0.0f, 1.0f);
+      const float opacity = drawn + (1.0f - drawn) * m_opacity;
+      for (std::size_t c = 0; c < 3; ++c) {
+        const float behind = (1.0f - drawn) * m_opacity * m_background[static_cast<int>(c)];
+        const float color = static_cast<float>(onBlack.rgba[i + c]) / full + behind;
+        out[c] = opacity > 0.0f ? toByte(color / opacity) : uint8_t{0};
+      }
+      out[3] = toByte(opacity);
+    }
+}

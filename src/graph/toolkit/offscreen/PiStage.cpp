@@ -1,0 +1,305 @@
+#include "graph/toolkit/offscreen/PiStage.h"
+
+#include <Inventor/SbBox3f.h>
+#include <Inventor/SbMatrix.h>
+#include <Inventor/SbRotation.h>
+#include <Inventor/SoPrimitiveVertex.h>
+#include <Inventor/actions/SoCallbackAction.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/nodes/SoDirectionalLight.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoPerspectiveCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoText2.h>
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+
+namespace {
+
+constexpr float kHalfAngle = 0.26f;  // radians: a calm perspective, 30 degrees in all
+
+bool isUsable(const SbVec3f& v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
+
+struct DepthLimits {
+  float nearDistance;
+  float farDistance;
+};
+
+// Planes round depths `nearest` to `farthest` in front of the camera. A perspective needs the near one away from the
+// eye, or depth loses its precision.
+DepthLimits limitsRound(float nearest, float farthest, bool isPerspective) {
+  const float slack = 0.01f * std::max({farthest - nearest, std::abs(farthest) * 0.01f, 1e-6f});
+  DepthLimits limits{nearest - slack, farthest + slack};
+  if (isPerspective) {
+    limits.farDistance = std::max(limits.farDistance, 1e-5f);
+    limits.nearDistance = std::max(limits.nearDistance, limits.farDistance * 5e-4f);
+  }
+  return limits;
+}
+
+SoDirectionalLight* makeLight(float intensity, const SbVec3f& direction) {
+  auto* light = new SoDirectionalLight;
+  light->intensity = intensity;
+  light->direction = direction;
+  return light;
+}
+
+}  // namespace
+
+// Axes of a camera in world coordinates; it looks along -back.
+struct PiStage::Frame {
+  SbVec3f right, up, back;
+
+  explicit Frame(const PiViewpoint& viewpoint) {
+    back = -viewpoint.direction;
+    if (!isUsable(back) || back.normalize() == 0.0f) back.setValue(0.0f, 0.0f, 1.0f);
+    SbVec3f upwards = viewpoint.up;
+    if (!isUsable(upwards) || upwards.normalize() == 0.0f) upwards.setValue(0.0f, 1.0f, 0.0f);
+    right = upwards.cross(back);
+    if (right.length() < 1e-4f) {
+      // Looking along the upward axis. Seen from above, what was in front is then at the bottom of the picture.
+      const bool yIsUp = std::abs(upwards[1]) > 0.5f;
+      const SbVec3f substitute =
+          yIsUp ? SbVec3f(0.0f, 0.0f, back.dot(upwards) > 0.0f ? -1.0f : 1.0f) : SbVec3f(0.0f, 1.0f, 0.0f);
+      right = substitute.cross(back);
+    }
+    right.normalize();
+    up = back.cross(right);
+  }
+
+  SbVec3f toCamera(const SbVec3f& p) const { return SbVec3f(right.dot(p), up.dot(p), back.dot(p)); }
+  SbVec3f toWorld(const SbVec3f& p) const { return right * p[0] + up * p[1] + back * p[2]; }
+  SbRotation rotation() const {
+    return SbRotation(SbMatrix(right[0], right[1], right[2], 0.0f, up[0], up[1], up[2], 0.0f, back[0], back[1], back[2],
+                               0.0f, 0.0f, 0.0f, 0.0f, 1.0f));
+  }
+};
+
+// How far things reach from an origin, in the axes of a camera and widened by their depth as perspective does: the
+// largest values of these six decide how close the camera can be.
+struct PiStage::Extents {
+  Frame frame;
+  SbVec3f origin;
+  float slopeX = 0.0f;  // half the width of what is seen, at distance 1
+  float slopeY = 0.0f;
+  float inside = 1.0f;  // the part of the picture to be used
+  float right = kNone, left = kNone, top = kNone, bottom = kNone, front = kNone, rear = kNone;
+
+  bool isEmpty() const { return right == kNone; }
+  void add(const SbVec3f& point) {
+    const SbVec3f p = frame.toCamera(point - origin);
+    right = std::max(right, p[0] + p[2] * slopeX * inside);
+    left = std::max(left, -p[0] + p[2] * slopeX * inside);
+    top = std::max(top, p[1] + p[2] * slopeY * inside);
+    bottom = std::max(bottom, -p[1] + p[2] * slopeY * inside);
+    front = std::max(front, p[2]);
+    rear = std::max(rear, -p[2]);
+  }
+
+ private:
+  static constexpr float kNone = std::numeric_limits<float>::lowest();
+};
+
+PiStage::PiStage(SoNode* scene, const SbViewportRegion& viewport)
+    : m_scene(scene), m_viewport(viewport), m_root(new SoSeparator) {
+  m_root->ref();
+  m_root->renderCaching = SoSeparator::OFF;
+  m_root->addChild(scene);
+
+  SoCallbackAction look(viewport);
+  look.addPreCallback(
+      SoCamera::getClassTypeId(),
+      [](void* self, SoCallbackAction* action, const SoNode* node) {
+        auto* camera = const_cast<SoCamera*>(static_cast<const SoCamera*>(node));
+        static_cast<PiStage*>(self)->m_cameras.push_back({camera, action->getModelMatrix()});
+        return SoCallbackAction::CONTINUE;
+      },
+      this);
+  look.addPreCallback(
+      SoLight::getClassTypeId(),
+      [](void* self, SoCallbackAction*, const SoNode*) {
+        static_cast<PiStage*>(self)->m_hasLight = true;
+        return SoCallbackAction::CONTINUE;
+      },
+      this);
+  look.addPreCallback(
+      SoText2::getClassTypeId(),
+      [](void* self, SoCallbackAction* action, const SoNode*) {
+        SbVec3f origin(0.0f, 0.0f, 0.0f);
+        action->getModelMatrix().multVecMatrix(origin, origin);
+        static_cast<PiStage*>(self)->m_screenTexts.push_back(origin);
+        return SoCallbackAction::CONTINUE;
+      },
+      this);
+  look.apply(m_root);
+}
+
+PiStage::~PiStage() {
+  if (m_oldLimits) {
+    const SbBool notified = m_oldLimits->camera->enableNotify(FALSE);
+    m_oldLimits->camera->nearDistance = m_oldLimits->nearDistance;
+    m_oldLimits->camera->farDistance = m_oldLimits->farDistance;
+    m_oldLimits->camera->enableNotify(notified);
+  }
+  m_root->unref();
+}
+
+SoNode* PiStage::root() const { return m_root; }
+
+void PiStage::addLights() {
+  m_root->insertChild(makeLight(0.55f, SbVec3f(0.0f, 0.0f, -1.0f)), 0);
+  m_root->insertChild(makeLight(0.50f, SbVec3f(0.45f, -0.55f, -1.0f)), 1);
+  m_root->insertChild(makeLight(0.35f, SbVec3f(-0.2f, 0.1f, 1.0f)), 2);
+}
+
+// The corners of the box round the scene, in world coordinates.
+std::vector<SbVec3f> PiStage::corners() const {
+  SoGetBoundingBoxAction action(m_viewport);
+  action.apply(m_root);
+  SbBox3f box = action.getBoundingBox();
+  for (const SbVec3f& origin : m_screenTexts) box.extendBy(origin);  // without a camera that is all of a bitmap text
+  SbVec3f low = box.getMin();
+  SbVec3f high = box.getMax();
+  if (box.isEmpty() || !isUsable(low) || !isUsable(high)) {
+    low.setValue(-1.0f, -1.0f, -1.0f);
+    high.setValue(1.0f, 1.0f, 1.0f);
+  }
+  std::vector<SbVec3f> all;
+  for (int i = 0; i < 8; ++i)
+    all.emplace_back((i & 1) ? high[0] : low[0], (i & 2) ? high[1] : low[1], (i & 4) ? high[2] : low[2]);
+  return all;
+}
+
+PiViewpoint PiStage::usualViewpoint() const {
+  const std::vector<SbVec3f> all = corners();
+  const SbVec3f size = all[7] - all[0];
+  const float flat = 1e-3f * size.length();
+  PiViewpoint viewpoint;
+  if (size[2] <= flat)
+    viewpoint.direction.setValue(0.0f, 0.0f, -1.0f);
+  else if (size[1] <= flat)
+    viewpoint.direction.setValue(0.0f, -1.0f, 0.0f);
+  else if (size[0] <= flat)
+    viewpoint.direction.setValue(-1.0f, 0.0f, 0.0f);
+  else
+    viewpoint.direction.setValue(-1.0f, -1.0f, -1.0f);
+  return viewpoint;
+}
+
+void PiStage::addCamera(const PiViewpoint& viewpoint) {
+  const std::vector<SbVec3f> box = corners();
+  m_ownCamera = viewpoint.isOrthographic ? static_cast<SoCamera*>(new SoOrthographicCamera) : new SoPerspectiveCamera;
+  m_root->insertChild(m_ownCamera, m_root->getNumChildren() - 1);
+  Extents extents = extentsFor(viewpoint, (box.front() + box.back()) * 0.5f);
+  const bool boxCounts = !m_screenTexts.empty() || !addPrimitives(extents);
+  if (boxCounts)
+    for (const SbVec3f& corner : box) extents.add(corner);
+  aim(viewpoint, extents);
+  if (m_screenTexts.empty()) return;
+  // Bitmap text keeps its size in pixels, so the room it takes in space is known only once the camera stands.
+  for (int round = 0; round < 3; ++round) {
+    for (const SbVec3f& corner : corners()) extents.add(corner);
+    aim(viewpoint, extents);
+  }
+}
+
+PiStage::Extents PiStage::extentsFor(const PiViewpoint& viewpoint, const SbVec3f& origin) const {
+  Extents extents{Frame(viewpoint), origin};
+  const float aspect = m_viewport.getViewportAspectRatio();
+  extents.inside = 1.0f - 2.0f * std::clamp(viewpoint.margin, 0.0f, 0.45f);
+  extents.slopeY = viewpoint.isOrthographic ? 0.0f : std::tan(kHalfAngle) * std::max(1.0f, 1.0f / aspect);
+  extents.slopeX = extents.slopeY * aspect;
+  return extents;
+}
+
+// Adds every vertex that the scene shows. False if it shows none.
+bool PiStage::addPrimitives(Extents& extents) const {
+  SoCallbackAction action(m_viewport);
+  static constexpr auto addVertices = [](void* all, const SoCallbackAction* current,
+                                         std::initializer_list<const SoPrimitiveVertex*> vertices) {
+    for (const SoPrimitiveVertex* vertex : vertices) {
+      SbVec3f world;
+      current->getModelMatrix().multVecMatrix(vertex->getPoint(), world);
+      if (isUsable(world)) static_cast<Extents*>(all)->add(world);
+    }
+  };
+  const SoType shape = SoShape::getClassTypeId();
+  action.addTriangleCallback(
+      shape,
+      [](void* all, SoCallbackAction* current, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b,
+         const SoPrimitiveVertex* c) {
+        addVertices(all, current, {a, b, c});
+      },
+      &extents);
+  action.addLineSegmentCallback(
+      shape,
+      [](void* all, SoCallbackAction* current, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b) {
+        addVertices(all, current, {a, b});
+      },
+      &extents);
+  action.addPointCallback(
+      shape, [](void* all, SoCallbackAction* current, const SoPrimitiveVertex* a) { addVertices(all, current, {a}); },
+      &extents);
+  action.apply(m_root);
+  return !extents.isEmpty();
+}
+
+// The closest camera that has everything within the picture, less the margin.
+void PiStage::aim(const PiViewpoint& viewpoint, const Extents& e) {
+  const float aspect = m_viewport.getViewportAspectRatio();
+  const float size = std::max({e.right + e.left, e.top + e.bottom, e.front + e.rear, 1e-6f});
+  const float halfWidth = std::max(0.5f * (e.right + e.left), 1e-4f * size) / e.inside;
+  const float halfHeight = std::max(0.5f * (e.top + e.bottom), 1e-4f * size) / e.inside;
+
+  m_ownCamera->viewportMapping = SoCamera::LEAVE_ALONE;
+  m_ownCamera->aspectRatio = aspect;
+  m_ownCamera->orientation = e.frame.rotation();
+  float distance;
+  if (viewpoint.isOrthographic) {
+    static_cast<SoOrthographicCamera*>(m_ownCamera)->height = 2.0f * std::max(halfHeight, halfWidth / aspect);
+    distance = e.front + size;
+  } else {
+    static_cast<SoPerspectiveCamera*>(m_ownCamera)->heightAngle = 2.0f * std::atan(e.slopeY);
+    distance = std::max({halfWidth / e.slopeX, halfHeight / e.slopeY, e.front + 0.05f * size});
+  }
+  m_ownCamera->position =
+      e.origin + e.frame.toWorld(SbVec3f(0.5f * (e.right - e.left), 0.5f * (e.top - e.bottom), distance));
+  m_ownCamera->focalDistance = distance;
+  const DepthLimits limits = limitsRound(distance - e.front, distance + e.rear, !viewpoint.isOrthographic);
+  m_ownCamera->nearDistance = limits.nearDistance;
+  m_ownCamera->farDistance = limits.farDistance;
+}
+
+void PiStage::setDepthLimits() {
+  if (m_cameras.size() != 1) return;
+  SoCamera* camera = m_cameras.front().camera;
+  SbMatrix toWorld;
+  toWorld.setRotate(camera->orientation.getValue());
+  SbMatrix position;
+  position.setTranslate(camera->position.getValue());
+  toWorld.multRight(position);
+  toWorld.multRight(m_cameras.front().toWorld);
+  if (toWorld.det4() == 0.0f) return;
+  const SbMatrix toCamera = toWorld.inverse();
+
+  constexpr float kFar = std::numeric_limits<float>::max();
+  float nearest = kFar;
+  float farthest = -kFar;
+  for (const SbVec3f& corner : corners()) {
+    SbVec3f p;
+    toCamera.multVecMatrix(corner, p);
+    nearest = std::min(nearest, -p[2]);
+    farthest = std::max(farthest, -p[2]);
+  }
+  if (!std::isfinite(nearest) || !std::isfinite(farthest)) return;
+  m_oldLimits = OldLimits{camera, camera->nearDistance.getValue(), camera->farDistance.getValue()};
+  const DepthLimits limits =
+      limitsRound(nearest, farthest, camera->isOfType(SoPerspectiveCamera::getClassTypeId()) != FALSE);
+  const SbBool notified = camera->enableNotify(FALSE);
+  camera->nearDistance = limits.nearDistance;
+  camera->farDistance = limits.farDistance;
+  camera->enableNotify(notified);
+}

@@ -1,0 +1,136 @@
+// The command line of the tool: options in, one of the commands called, its failure told in one sentence.
+
+#include <CLI/CLI.hpp>
+
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <new>
+
+#include <Ormelle/PoOrmelle.h>
+
+#include "Commands.h"
+#include "Failure.h"
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kMisused = 2;
+
+// Lets an option's value go through `parse`, whose complaint becomes the command line's.
+template <class Value>
+CLI::Option* addParsed(CLI::App* app, const std::string& name, Value& value, Value (*parse)(const std::string&),
+                       const std::string& help) {
+  return app->add_option_function<std::string>(
+      name,
+      [&value, parse, name](const std::string& text) {
+        try {
+          value = parse(text);
+        } catch (const std::invalid_argument& problem) {
+          throw CLI::ValidationError(name, problem.what());
+        }
+      },
+      help);
+}
+
+// Runs a command. What it throws is told in one sentence.
+int run(const std::function<void()>& command) {
+  std::string problem;
+  try {
+    command();
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout)) return 0;
+    problem = "the standard output can't be written";
+  } catch (const tool::Failure& failure) {
+    problem = failure.what();
+  } catch (const std::bad_alloc&) {
+    problem = "there is not enough memory for this scene";
+  } catch (const std::exception& unforeseen) {
+    problem = unforeseen.what();
+  }
+  std::fprintf(stderr, "ormelle: %s.\n", problem.c_str());
+  return kFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  CLI::App app("Draws, measures and converts scenes with Ormelle's representations in them.", "ormelle");
+  app.set_version_flag("--version", std::string("ormelle ") + PoOrmelle::getVersion());
+  app.require_subcommand(1);
+  app.footer("\"ormelle COMMAND --help\" explains a command.");
+  int status = 0;
+
+  tool::RenderOptions rendering;
+  std::string view;
+  CLI::App* render = app.add_subcommand("render", "Draw a scene into a PNG picture");
+  render->add_option("scene", rendering.scene, "The scene file")->required()->type_name("SCENE.iv");
+  render->add_option("-o,--output", rendering.picture, "The picture to write")->required()->type_name("PICTURE.png");
+  addParsed(render, "--size", rendering.size, tool::parseSize, "Width and height in pixels; 800x600 if not given")
+      ->type_name("WxH");
+  render
+      ->add_option("--view", view,
+                   "Where to look from or to: front, back, left, right, top, bottom, several of them joined by \"-\" "
+                   "(front-top), iso (front-right-top), or the direction of looking as a vector x,y,z. The whole scene "
+                   "is then seen, whatever cameras it has. If not given: the scene's own camera; for a scene without "
+                   "one, the face of a flat scene, else iso")
+      ->type_name("DIRECTION");
+  addParsed(render, "--up", rendering.up, tool::parseAxis,
+            "What points upwards in the picture, with --view: x, y, z, -x, -y, -z or a vector; y if not given. The "
+            "names of --view follow: with z up, front is the side of -y and top that of +z")
+      ->type_name("AXIS");
+  render->add_flag("--orthographic", rendering.isOrthographic, "Draw without perspective, with --view");
+  addParsed(render, "--background", rendering.background, tool::parseBackground,
+            "White, grey, navy and other names, #rrggbb, r,g,b with numbers from 0 to 1, or transparent; white if not "
+            "given")
+      ->type_name("COLOUR");
+  render->add_option("--samples", rendering.samples, "Samples for each pixel, 1 to 4096: 16 gives smooth edges")
+      ->check(CLI::Range(1, 4096))
+      ->capture_default_str()
+      ->type_name("N");
+  render->callback([&] {
+    if (!view.empty()) {
+      try {
+        rendering.view = tool::parseView(view, rendering.up);
+      } catch (const std::invalid_argument& problem) {
+        throw CLI::ValidationError("--view", problem.what());
+      }
+    } else if (render->count("--up") + render->count("--orthographic") > 0) {
+      throw CLI::ValidationError("--up and --orthographic go with --view", "give a view too");
+    }
+    status = run([&] { tool::render(rendering); });
+  });
+
+  std::string scene;
+  bool asJson = false;
+  CLI::App* info = app.add_subcommand("info", "Tell what each representation of a scene generated");
+  info->add_option("scene", scene, "The scene file")->required()->type_name("SCENE.iv");
+  info->add_flag("--json", asJson, "Tell it in JSON");
+  info->callback([&] { status = run([&] { tool::info(scene, asJson); }); });
+
+  std::string mesh;
+  std::string format = "binary";
+  CLI::App* geometry = app.add_subcommand("geometry", "Write what a scene shows, without its text, as a PLY mesh");
+  geometry->add_option("scene", scene, "The scene file")->required()->type_name("SCENE.iv");
+  geometry->add_option("-o,--output", mesh, "The mesh to write")->required()->type_name("OUT.ply");
+  geometry->add_option("--format", format, "Binary (little-endian) or ascii")
+      ->check(CLI::IsMember({"ascii", "binary"}))
+      ->capture_default_str()
+      ->type_name("ascii|binary");
+  geometry->callback([&] { status = run([&] { tool::geometry(scene, mesh, format == "binary"); }); });
+
+  tool::ConvertOptions conversion;
+  CLI::App* convert = app.add_subcommand("convert", "Read a scene and write it again");
+  convert->add_option("from", conversion.from, "The scene file to read")->required()->type_name("A.iv");
+  convert->add_option("to", conversion.to, "The scene file to write")->required()->type_name("B.iv");
+  convert->add_flag("--geometry", conversion.isGeometry,
+                    "Write what the representations generated, not the fields they generate it from");
+  convert->add_flag("--binary", conversion.isBinary, "Write the toolkit's binary format");
+  convert->callback([&] { status = run([&] { tool::convert(conversion); }); });
+
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& problem) {
+    return app.exit(problem) == 0 ? 0 : kMisused;
+  }
+  return status;
+}
