@@ -20,10 +20,15 @@ class PiDate;
 /// | `Y` | year, exactly four digits |
 /// | `y` | year, exactly two digits, 1900 to 1999 |
 /// | `m` | month, one or two digits |
-/// | `M` | month name: its first four letters, or all of a shorter one, upper case without accents, in English, French,
-/// Spanish or German | | `d` | day of the month, one or two digits | | `D` | day name: its first three letters, upper
-/// case without accents, in English (Wednesday is "WEN"), French, German or Spanish | | `h`, `H` | hour, 0 to 23 | |
-/// `'` | minute, 0 to 59 | | `"` | second, below 60, with decimals if wanted |
+/// | `M` | month name, in English, French, Spanish or German |
+/// | `d` | day of the month, one or two digits |
+/// | `D` | day name, in English, French, German or Spanish |
+/// | `h`, `H` | hour, 0 to 23 |
+/// | `'` | minute, 0 to 59 |
+/// | `"` | second, below 60, with decimals if wanted |
+///
+/// Names are upper case without accents. Of a month just the first four letters are written, of MAY, MAI all three; of
+/// a day just the first three (Wednesday is "WEN").
 ///
 /// A date without a year is of 1993, without a month of January, without a day on the 1st or, if it names a day of the
 /// week, on the first such day of the month. A day beyond the end of its month is the last of that month.
