@@ -31,6 +31,7 @@ PbDateFormatMapping::PbDateFormatMapping(const PbDateFormatMapping& other)
       m_format(other.m_format) {}
 
 PbDateFormatMapping& PbDateFormatMapping::operator=(const PbDateFormatMapping& other) {
+  if (this == &other) return *this;
   *m_reference = *other.m_reference;
   *m_end = *other.m_end;
   m_coordMin = other.m_coordMin;
@@ -72,7 +73,7 @@ void PbDateFormatMapping::getDateMapping(SbString& date1, SbString& date2, float
 int PbDateFormatMapping::setFormat(const SbString& format) {
   const int wrong = checkDateFormat(format);
   if (wrong != 0) return wrong;
-  m_format = format;
+  if (&format != &m_format) m_format = format;  // SbString loses text when assigned to itself
   touch();
   return 0;
 }

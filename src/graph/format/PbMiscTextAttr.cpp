@@ -1,6 +1,7 @@
 #include <Ormelle/PbMiscTextAttr.h>
 
 PbMiscTextAttr& PbMiscTextAttr::operator=(const PbMiscTextAttr& other) {
+  if (this == &other) return *this;
   m_endLineChar = other.m_endLineChar;
   m_lineLength = other.m_lineLength;
   m_fontName = other.m_fontName;
@@ -12,7 +13,7 @@ PbMiscTextAttr& PbMiscTextAttr::operator=(const PbMiscTextAttr& other) {
 }
 
 void PbMiscTextAttr::setFontName(const SbString& fontName) {
-  m_fontName = fontName;
+  if (&fontName != &m_fontName) m_fontName = fontName;  // SbString loses text when assigned to itself
   touch();
 }
 

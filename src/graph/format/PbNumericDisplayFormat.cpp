@@ -4,6 +4,7 @@ PbNumericDisplayFormat::PbNumericDisplayFormat(FormatType type, int tenPower, in
     : m_formatType(type), m_tenPower(tenPower), m_numDecimal(numDecimal) {}
 
 PbNumericDisplayFormat& PbNumericDisplayFormat::operator=(const PbNumericDisplayFormat& other) {
+  if (this == &other) return *this;
   m_formatType = other.m_formatType;
   m_tenPower = other.m_tenPower;
   m_numDecimal = other.m_numDecimal;

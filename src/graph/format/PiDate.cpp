@@ -78,15 +78,17 @@ double PiDate::getDeltaSeconds(const PiDate& a, const PiDate& b) {
 int PiDate::getDayWeek(const PiDate& date) { return dayWeek(dayNumber(date)); }
 
 void PiDate::incDateStep(float n, StepType step, PiDate& date) {
+  double steps = n;
   const auto grow = [&](StepType from, float factor) {
     if (step != from || n + factor != n) return;
-    n /= factor;
+    steps /= factor;  // in double: a float would round to a few minutes
+    n = static_cast<float>(steps);
     step = static_cast<StepType>(from + 1);
   };
   grow(SECOND, 60.f);
   grow(MINUTE, 60.f);
   grow(HOUR, 24.f);
-  const double steps = std::isnan(n) ? 0 : std::clamp(static_cast<double>(n), -kMaxSteps, kMaxSteps);
+  steps = std::isnan(steps) ? 0 : std::clamp(steps, -kMaxSteps, kMaxSteps);
   const int64_t wholeSteps = static_cast<int64_t>(steps);
 
   double second = std::isfinite(date.m_second) ? std::clamp<double>(date.m_second, -kMaxSteps, kMaxSteps) : 0;

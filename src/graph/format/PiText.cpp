@@ -53,9 +53,11 @@ SoNode* makeTextNode(const std::vector<std::string>& lines, int horizontal) {
   return text;
 }
 
+constexpr float kProfileDepth = 0.15f;
+
 // A bevel at both ends, for text of size `s`.
 void addPredefinedProfile(SoGroup* group, float s) {
-  const SbVec2f points[] = {{0, 0}, {0.025f * s, 0.025f * s}, {0.125f * s, 0.025f * s}, {0.15f * s, 0}};
+  const SbVec2f points[] = {{0, 0}, {0.025f * s, 0.025f * s}, {0.125f * s, 0.025f * s}, {kProfileDepth * s, 0}};
   const int32_t order[] = {0, 1, 2, 3};
   auto* coordinates = new SoProfileCoordinate2;
   group->addChild(coordinates);
@@ -148,8 +150,14 @@ SbBox3f PiText::measureLine(const std::string& line) {
   group->ref();
   addText(group, {line}, LEFT, true);
   m_measuring->apply(group);
-  const SbBox3f box = m_measuring->getBoundingBox();
+  SbBox3f box = m_measuring->getBoundingBox();
   group->unref();
+  // SoText3 says that text with a profile is at least 1 deep.
+  if (!box.isEmpty() && usesSolidText() && m_isProfileEnabled && m_isPredefinedProfileEnabled) {
+    SbVec3f least = box.getMin();
+    least[2] = -kProfileDepth * m_fontSize;
+    box.setBounds(least, box.getMax());
+  }
   return box;
 }
 

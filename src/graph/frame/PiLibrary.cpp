@@ -7,6 +7,7 @@
 
 #include "graph/toolkit/PiToolkit.h"
 #include "graph/toolkit/PiWritePreparation.h"
+#include "graph/toolkit/SoAnnoText3.h"
 #include "nodes/element/PiElementClasses.h"
 
 int PiLibrary::s_inits = 0;
@@ -57,12 +58,14 @@ void PiLibrary::registerClasses() {
   PoBase::initClass();
   PiElementTable::initClasses();
   PoNode::initClasses();
+  SoAnnoText3::initClass();
 }
 
 void PiLibrary::unregisterClasses() {
   if (!s_isRegistered) return;
   s_isRegistered = false;
   s_isFinishPending = false;
+  SoAnnoText3::exitClass();
   PoNode::exitClasses();
   PiElementTable::exitClasses();
   PoLibOrmelleP::exitViewClasses();
