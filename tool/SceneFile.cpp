@@ -23,6 +23,7 @@
 #include <utility>
 
 #include "Failure.h"
+#include "graph/toolkit/offscreen/PiFonts.h"
 
 namespace tool {
 
@@ -146,6 +147,7 @@ NodePtr::~NodePtr() {
 }
 
 void startLibrary() {
+  useInstalledFonts();
   PoOrmelle::init();
   SoReadError::setHandlerCallback(noteReadError, nullptr);
   SoDebugError::setHandlerCallback(dropError, nullptr);

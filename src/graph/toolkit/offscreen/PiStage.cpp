@@ -83,18 +83,20 @@ struct PiStage::Frame {
 struct PiStage::Extents {
   Frame frame;
   SbVec3f origin;
-  float slopeX = 0.0f;  // half the width of what is seen, at distance 1
+  float slopeX = 0.0f;  // half the width of what is seen, at distance 1; 0 without perspective
   float slopeY = 0.0f;
-  float inside = 1.0f;  // the part of the picture to be used
+  float usableX = 1.0f;  // which part of that is to be used, sidewards, above and below the middle
+  float usableTop = 1.0f;
+  float usableBottom = 1.0f;
   float right = kNone, left = kNone, top = kNone, bottom = kNone, front = kNone, rear = kNone;
 
   bool isEmpty() const { return right == kNone; }
   void add(const SbVec3f& point) {
     const SbVec3f p = frame.toCamera(point - origin);
-    right = std::max(right, p[0] + p[2] * slopeX * inside);
-    left = std::max(left, -p[0] + p[2] * slopeX * inside);
-    top = std::max(top, p[1] + p[2] * slopeY * inside);
-    bottom = std::max(bottom, -p[1] + p[2] * slopeY * inside);
+    right = std::max(right, p[0] + p[2] * slopeX * usableX);
+    left = std::max(left, -p[0] + p[2] * slopeX * usableX);
+    top = std::max(top, p[1] + p[2] * slopeY * usableTop);
+    bottom = std::max(bottom, -p[1] + p[2] * slopeY * usableBottom);
     front = std::max(front, p[2]);
     rear = std::max(rear, -p[2]);
   }
@@ -209,9 +211,11 @@ void PiStage::addCamera(const PiViewpoint& viewpoint) {
 PiStage::Extents PiStage::extentsFor(const PiViewpoint& viewpoint, const SbVec3f& origin) const {
   Extents extents{Frame(viewpoint), origin};
   const float aspect = m_viewport.getViewportAspectRatio();
-  extents.inside = 1.0f - 2.0f * std::clamp(viewpoint.margin, 0.0f, 0.45f);
   extents.slopeY = viewpoint.isOrthographic ? 0.0f : std::tan(kHalfAngle) * std::max(1.0f, 1.0f / aspect);
   extents.slopeX = extents.slopeY * aspect;
+  extents.usableX = 1.0f - 2.0f * std::clamp(viewpoint.margin, 0.0f, 0.4f);
+  extents.usableBottom = extents.usableX;
+  extents.usableTop = extents.usableX - 2.0f * std::clamp(viewpoint.headroom, 0.0f, 0.4f);
   return extents;
 }
 
@@ -247,26 +251,30 @@ bool PiStage::addPrimitives(Extents& extents) const {
   return !extents.isEmpty();
 }
 
-// The closest camera that has everything within the picture, less the margin.
+// The closest camera that has everything within the usable part of the picture.
 void PiStage::aim(const PiViewpoint& viewpoint, const Extents& e) {
   const float aspect = m_viewport.getViewportAspectRatio();
   const float size = std::max({e.right + e.left, e.top + e.bottom, e.front + e.rear, 1e-6f});
-  const float halfWidth = std::max(0.5f * (e.right + e.left), 1e-4f * size) / e.inside;
-  const float halfHeight = std::max(0.5f * (e.top + e.bottom), 1e-4f * size) / e.inside;
+  const float width = std::max(e.right + e.left, 1e-4f * size) / (2.0f * e.usableX);
+  const float height = std::max(e.top + e.bottom, 1e-4f * size) / std::max(e.usableTop + e.usableBottom, 0.1f);
 
   m_ownCamera->viewportMapping = SoCamera::LEAVE_ALONE;
   m_ownCamera->aspectRatio = aspect;
   m_ownCamera->orientation = e.frame.rotation();
   float distance;
+  float halfHeight;  // of what is seen, where the origin is
   if (viewpoint.isOrthographic) {
-    static_cast<SoOrthographicCamera*>(m_ownCamera)->height = 2.0f * std::max(halfHeight, halfWidth / aspect);
+    halfHeight = std::max(height, width / aspect);
     distance = e.front + size;
+    static_cast<SoOrthographicCamera*>(m_ownCamera)->height = 2.0f * halfHeight;
   } else {
+    distance = std::max({width / e.slopeX, height / e.slopeY, e.front + 0.05f * size});
+    halfHeight = distance * e.slopeY;
     static_cast<SoPerspectiveCamera*>(m_ownCamera)->heightAngle = 2.0f * std::atan(e.slopeY);
-    distance = std::max({halfWidth / e.slopeX, halfHeight / e.slopeY, e.front + 0.05f * size});
   }
-  m_ownCamera->position =
-      e.origin + e.frame.toWorld(SbVec3f(0.5f * (e.right - e.left), 0.5f * (e.top - e.bottom), distance));
+  const float x = 0.5f * (e.right - e.left);
+  const float y = 0.5f * ((e.top - halfHeight * e.usableTop) + (halfHeight * e.usableBottom - e.bottom));
+  m_ownCamera->position = e.origin + e.frame.toWorld(SbVec3f(x, y, distance));
   m_ownCamera->focalDistance = distance;
   const DepthLimits limits = limitsRound(distance - e.front, distance + e.rear, !viewpoint.isOrthographic);
   m_ownCamera->nearDistance = limits.nearDistance;

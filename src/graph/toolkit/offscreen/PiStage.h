@@ -17,7 +17,8 @@ struct PiViewpoint {
   SbVec3f direction = SbVec3f(0.0f, 0.0f, -1.0f);  ///< the direction of looking, of any length above 0
   SbVec3f up = SbVec3f(0.0f, 1.0f, 0.0f);          ///< what shall point upwards in the picture, as far as it can
   bool isOrthographic = false;
-  float margin = 0.04f;  ///< the part of the picture's width and height left free on each side
+  float margin = 0.04f;   ///< the part of the picture's width and height left free on each side
+  float headroom = 0.0f;  ///< the part of its height left free above that, for a title
 };
 
 /// Gives a scene what it needs to be seen: lights and a camera where it has none, and depth limits that hold all of it.
