@@ -64,7 +64,7 @@ layer() {
   local folder=$1 pattern=$2
   search "#include [\"<]($pattern)" "$folder/*" | breach "$folder may not include what stands above it:"
 }
-layer src/graph/data 'quillane/|nodes/|Inventor/(nodes|nodekits|actions|elements)/'
+layer src/graph/data 'quillane/|nodes/|Inventor/(nodekits|actions|elements)/'
 layer src/quillane/cell 'quillane/(mesh|view|search|contour|surface|stream|emit|rep|vector)/|nodes/|Ormelle/Po'
 layer src/quillane/marching 'quillane/(mesh|view|search|contour|surface|stream|emit|rep|vector)/|nodes/|Ormelle/Po'
 layer src/quillane/mesh 'quillane/(contour|surface|stream|emit|rep|vector)/|nodes/'

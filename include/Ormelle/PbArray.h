@@ -83,8 +83,8 @@ class ORMELLE_API PbArray {
   void increasingSort();
   void decreasingSort();
 
-  bool operator==(const Array& other) const;
-  bool operator!=(const Array& other) const { return !(*this == other); }
+  bool operator==(const PbArray& other) const;
+  bool operator!=(const PbArray& other) const { return !(*this == other); }
 
  private:
   Array& self() { return static_cast<Array&>(*this); }

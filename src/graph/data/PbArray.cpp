@@ -1,6 +1,7 @@
 #include <Ormelle/PbArray.h>
 
 #include <algorithm>
+#include <cassert>
 #include <climits>
 #include <cstddef>
 #include <cstring>
@@ -36,6 +37,7 @@ PbArray<T, Array>& PbArray<T, Array>::operator=(const PbArray& other) {
   m_capacity = other.m_capacity;
   m_growStep = other.m_growStep;
   m_lastIndex = other.m_lastIndex;
+  assert(m_data || m_lastIndex < 0);
   if (m_lastIndex >= 0) std::memcpy(m_data, other.m_data, getNum() * sizeof(T));
   return *this;
 }
@@ -53,6 +55,7 @@ int PbArray<T, Array>::add(int n, const T* values) {
   const bool isOwn = m_data && !isBefore(values, m_data) && isBefore(values, m_data + m_allocated);
   const std::ptrdiff_t offset = isOwn ? values - m_data : 0;
   if (!reach(static_cast<long long>(m_lastIndex) + n)) return m_lastIndex;
+  assert(m_data);
   std::memmove(m_data + m_lastIndex + 1, isOwn ? m_data + offset : values, n * sizeof(T));
   return m_lastIndex += n;
 }
@@ -99,7 +102,8 @@ namespace {
 
 template <class T, class Order>
 void sortNumbers(T* begin, T* end, Order order) {
-  std::sort(begin, std::stable_partition(begin, end, [](T value) { return value == value; }), order);
+  const auto isNumber = [](T value) { return value == value; };  // NOLINT(misc-redundant-expression): NaN isn't
+  std::sort(begin, std::stable_partition(begin, end, isNumber), order);
 }
 
 }  // namespace
@@ -115,7 +119,7 @@ void PbArray<T, Array>::decreasingSort() {
 }
 
 template <class T, class Array>
-bool PbArray<T, Array>::operator==(const Array& other) const {
+bool PbArray<T, Array>::operator==(const PbArray& other) const {
   return getNum() == other.getNum() && std::equal(m_data, m_data + getNum(), other.get());
 }
 

@@ -170,13 +170,14 @@ char separator(char before, char after) {
 
 }  // namespace
 
-const char* const* PiDate::getDays(Language language) {
-  return kDays[language >= 0 && language < NUM_LANGUAGES ? language : ENGLISH];
+// The language of a date may come from a file or a cast, so it may be none of the four.
+static int known(int language) {
+  return language >= 0 && language < PiDate::NUM_LANGUAGES ? language : PiDate::ENGLISH;
 }
 
-const char* const* PiDate::getMonths(Language language) {
-  return kMonths[language >= 0 && language < NUM_LANGUAGES ? language : ENGLISH];
-}
+const char* const* PiDate::getDays(Language language) { return kDays[known(language)]; }
+
+const char* const* PiDate::getMonths(Language language) { return kMonths[known(language)]; }
 
 int PiDate::setDateString(const char* text, const char* format) {
   m_year = m_month = m_day = m_dayOfWeek = m_hour = m_minute = 0;

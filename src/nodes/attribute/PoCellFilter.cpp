@@ -34,4 +34,7 @@ int PoIntervalCellFilter::acceptCell(int /*cellIndex*/, float value) const {
   return in.getValue() ? lower < value && value < upper : value <= lower || value >= upper;
 }
 
-void PoIntervalCellFilter::write(SoWriteAction* action) { PoNode::write(action); }
+// Unlike a filter in general, whose rule is code, this one can be written.
+void PoIntervalCellFilter::write(SoWriteAction* action) {
+  PoNode::write(action);  // NOLINT(bugprone-parent-virtual-call): passes over the parent on purpose
+}
