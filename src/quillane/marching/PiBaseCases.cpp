@@ -1,0 +1,59 @@
+#include "quillane/marching/PiBaseCases.h"
+
+namespace {
+
+constexpr PiBaseCase kCubeRows[] = {
+    {0, "", "", ""},
+    {1, "0 8 3", "", "Z,ZZ,ZZZ,X,XZ,XZZ,XZZZ"},
+    {9, "11 2 8 0", "", "Y,YY,YYY,Z,ZY,ZYY,ZYYY,X2,X2Y,X2YY,X2YYY"},
+    {5, "0 8 3 -1 1 2 10", "0 2 4 3", "X,XX,XXX,Z,ZX,ZXX,ZXXX,Y,YX,Y3,Y3X"},
+    {65, "0 8 3 -1 5 10 6", "", "Y,YY,YYY"},
+    {152, "3 8 2 4 6", "",
+     "Y,YY,YYY,Z,ZX,ZXX,ZXXX,Z2,Z2Y,Z2YY,Z2YYY,Z3,Z3X,Z3XX,Z3XXX,X,XZ,XZZ,XZZZ,X3,X3Z,X3ZZ,X3ZZZ"},
+    {73, "11 2 8 0 -1 5 10 6", "6 5 1 0",
+     "X,XX,XXX,Z,ZY,ZYY,ZYYY,Z2,Z2X,Z2XX,Z2XXX,Z3,Z3Y,Z3YY,Z3YYY,Y,YZ,YZZ,YZZZ,Y3,Y3Z,Y3ZZ,Y3ZZZ"},
+    {74, "2 3 11 -1 1 9 0 -1 5 10 6", "5 1 0 3 -1 3 7 6 4 -1 0 2 8 7", "Y,YY,YYY,X,XY,XYY,XYYY"},
+    {153, "4 6 0 2", "", "X,XY"},
+    {177, "11 3 6 0 5 9", "", "X,XY,XYZ"},
+    {195, "1 9 3 8 -1 5 10 7 11", "2 3 6 7 -1 0 5 4 1", "Z,X"},
+    {209, "11 3 10 0 5 4", "", "X,Y,YZ,Z,ZY"},
+    {154, "1 9 0 -1 3 8 2 4 6", "2 1 6 4 -1 0 2 3 5", "Y,YY,YYY,Z,ZX,ZXX,ZXXX,X,XZ,XZZ,XZZZ"},
+    {165, "0 8 3 -1 1 2 10 -1 9 5 4 -1 6 11 7", "0 2 4 3 -1 0 6 8 1 -1 2 1 11 10 -1 3 5 7 6 -1 4 10 9 5 -1 8 7 9 11",
+     ""},
+    {184, "2 3 6 8 5 9", "", "X,Y,YZ,Z,ZY"},
+};
+
+constexpr PiBaseCase kTetraRows[] = {
+    {0, "", "", ""},
+    {2, "0 1 4", "", "X,XX,XY"},
+    {3, "1 4 2 3", "", "X,XX"},
+};
+
+constexpr PiBaseCase kWedgeRows[] = {
+    {0, "", "", ""},
+    {1, "0 6 2", "", "Z,ZZ,ZZY,ZZYZ,ZZYZZ"},
+    {3, "1 7 2 6", "", "Z,ZZ,ZZY,ZZYZ,ZZYZZ"},
+    {9, "0 3 2 5", "", "Z,ZZ"},
+    {33, "0 6 2 -1 4 8 5", "2 1 5 4", "Z,ZZ"},
+    {12, "1 2 8 -1 3 5 6", "1 5 4 2", "Z,ZZ"},
+    {7, "6 8 7", "", ""},
+    {35, "1 7 2 6 -1 4 8 5", "2 3 6 5 -1 1 0 5 4", "Z,ZZ"},
+    {11, "1 7 2 3 5", "", "Z,ZZ"},
+    {19, "1 4 2 3 6", "", "Z,ZZ"},
+};
+
+constexpr PiBaseCase kPyramidRows[] = {
+    {0, "", "", ""},
+    {1, "0 4 3", "", "X,XX,XXX"},
+    {16, "4 5 7 6", "", ""},
+    {3, "1 5 3 4", "", "X,XX,XXX"},
+    {5, "0 4 3 -1 2 6 1", "0 2 3 5", "X"},
+    {14, "0 3 5 7 6", "", "X,XX,XXX"},
+};
+
+}  // namespace
+
+const std::span<const PiBaseCase> PiBaseCases::kCube = kCubeRows;
+const std::span<const PiBaseCase> PiBaseCases::kTetra = kTetraRows;
+const std::span<const PiBaseCase> PiBaseCases::kWedge = kWedgeRows;
+const std::span<const PiBaseCase> PiBaseCases::kPyramid = kPyramidRows;
