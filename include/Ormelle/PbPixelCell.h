@@ -26,8 +26,8 @@ class ORMELLE_API PbPixelCell : public PbCell {
   float getValue(const SbVec3f& pcoord, const float* values) const override;
 
  private:
-  SbVec3f m_origin;
-  SbVec3f m_size;
+  SbVec3f m_origin{0.0f, 0.0f, 0.0f};
+  SbVec3f m_size{0.0f, 0.0f, 0.0f};
 };
 
 #endif

@@ -30,7 +30,7 @@ class ORMELLE_API PbQuadrangleCell : public PbCell {
  private:
   void computeNormal();
 
-  SbVec3f m_normal;  // of unit length; null when the cell has none
+  SbVec3f m_normal{0.0f, 0.0f, 0.0f};  // of unit length; null when the cell has none
   bool m_isFlat = true;
 };
 

@@ -26,10 +26,10 @@ class ORMELLE_API PbTriangleCell : public PbCell {
   void computeInverse();
 
   // The triangle is located in its projection along the dominant axis of its normal, on the two axes that are left.
-  float m_inverse[2][2];
-  int m_axes[2];
-  SbVec3f m_normal;
-  float m_maxDistance;
+  float m_inverse[2][2] = {};
+  int m_axes[2] = {0, 1};
+  SbVec3f m_normal{0.0f, 0.0f, 0.0f};
+  float m_maxDistance = 0.0f;
   bool m_isInvertible = false;
   bool m_isFlat = true;
 };

@@ -27,8 +27,8 @@ class ORMELLE_API PbVoxelCell : public PbCell {
   PiMarchingCase* getMCcase(unsigned char caseId) const override;
 
  private:
-  SbVec3f m_origin;
-  SbVec3f m_size;
+  SbVec3f m_origin{0.0f, 0.0f, 0.0f};
+  SbVec3f m_size{0.0f, 0.0f, 0.0f};
 };
 
 #endif
