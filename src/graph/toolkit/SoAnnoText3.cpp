@@ -1,7 +1,6 @@
 #include "graph/toolkit/SoAnnoText3.h"
 
 #include <Inventor/SbMatrix.h>
-#include <Inventor/SbRotation.h>
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/elements/SoLazyElement.h>
 #include <Inventor/elements/SoModelMatrixElement.h>
@@ -11,9 +10,15 @@
 
 #include <Ormelle/PoBase.h>
 
-#include <numbers>
-
 PO_NODE_SOURCE(SoAnnoText3)
+
+namespace {
+
+// Enough for the rounding of two transformations of one plane, too little to show through what is in front of it.
+constexpr float kOffsetFactor = -1;
+constexpr float kOffsetUnits = -8;
+
+}  // namespace
 
 SoAnnoText3::SoAnnoText3() {
   PO_NODE_CONSTRUCTOR(SoAnnoText3);
@@ -30,7 +35,7 @@ void SoAnnoText3::GLRender(SoGLRenderAction* action) {
   SoState* state = action->getState();
   state->push();
   SoLazyElement::setLightModel(state, SoLazyElement::BASE_COLOR);
-  SoPolygonOffsetElement::set(state, this, -1, -1, SoPolygonOffsetElement::FILLED, TRUE);
+  SoPolygonOffsetElement::set(state, this, kOffsetFactor, kOffsetUnits, SoPolygonOffsetElement::FILLED, TRUE);
   SoShapeHintsElement::set(state, this, SoShapeHintsElement::COUNTERCLOCKWISE, SoShapeHintsElement::SOLID,
                            SoShapeHintsElement::UNKNOWN_FACE_TYPE);
   SoText3::GLRender(action);
@@ -38,9 +43,10 @@ void SoAnnoText3::GLRender(SoGLRenderAction* action) {
   SbVec3f center;
   computeBBox(action, box, center);
   if (!box.isEmpty()) {
-    SbMatrix turn;
-    turn.setTransform(SbVec3f(0, 0, 0), SbRotation(SbVec3f(0, 1, 0), std::numbers::pi_v<float>), SbVec3f(1, 1, 1),
-                      SbRotation::identity(), box.getCenter());
+    // Half a turn about the middle, exact, so that both copies lie in the same plane.
+    SbMatrix turn = SbMatrix::identity();
+    turn[0][0] = turn[2][2] = -1;
+    turn[3][0] = box.getMin()[0] + box.getMax()[0];
     SoModelMatrixElement::mult(state, this, turn);
     SoText3::GLRender(action);
   }

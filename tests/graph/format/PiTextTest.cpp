@@ -8,6 +8,9 @@
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/actions/SoWriteAction.h>
 #include <Inventor/nodes/SoAsciiText.h>
+#include <Inventor/nodes/SoBaseColor.h>
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoLinearProfile.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -16,12 +19,15 @@
 #include <Ormelle/PoBase.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "graph/format/PiTextLines.h"
+#include "graph/toolkit/offscreen/PiOffscreen.h"
 #include "support/NodePtr.h"
 
 namespace {
@@ -336,4 +342,53 @@ TEST_F(PiTextTest, AnnotationTextIsWrittenAndRead) {
   ASSERT_NE(find<SoText3>(read.get()), nullptr);
   EXPECT_EQ(find<SoText3>(read.get())->getTypeId().getName(), SbName("SoAnnoText3"));
   EXPECT_EQ(find<SoText3>(read.get())->string[0], SbString("12.5"));
+}
+
+// The pixels of the text, from in front and from behind, with and without a surface in its plane: always the same.
+TEST_F(PiTextTest, AnnotationTextStaysLegible) {
+  PoBase::setTextType(PoBase::TEXT_ANNOTATION);
+  const auto inkOf = [&](bool isBehind, bool hasSurface) {
+    PiText text;
+    SoSeparator* scene = root(text);
+    auto* surface = new SoSeparator;
+    scene->addChild(surface);
+    auto* color = new SoBaseColor;
+    surface->addChild(color);
+    color->rgb.setValue(hasSurface ? SbColor(1, 1, 1) : SbColor(0, 0, 0));
+    auto* corners = new SoCoordinate3;
+    surface->addChild(corners);
+    const float z = hasSurface ? 0.f : isBehind ? 1.f : -1.f;  // always there, so that the picture is of the same place
+    const SbVec3f points[] = {{-10, -10, z}, {10, -10, z}, {10, 10, z}, {-10, 10, z}};
+    corners->point.setValues(0, 4, points);
+    surface->addChild(new SoFaceSet);
+    auto* red = new SoBaseColor;
+    scene->addChild(red);
+    red->rgb.setValue(1, 0, 0);
+    text.setFont("defaultFont", 6);
+    text.setAlignment(PiText::CENTER, PiText::HALF);
+    text.build("F4");
+
+    PiOffscreen offscreen(100, 100);
+    PiViewpoint viewpoint;
+    viewpoint.direction.setValue(0, 0, isBehind ? 1.f : -1.f);
+    viewpoint.isOrthographic = true;
+    offscreen.setViewpoint(viewpoint);
+    EXPECT_TRUE(offscreen.draw(scene)) << offscreen.error();
+    std::vector<bool> ink;
+    const PiPicture& picture = offscreen.picture();
+    for (int y = 0; y < picture.height; ++y)
+      for (int x = 0; x < picture.width; ++x) {
+        const uint8_t* pixel = picture.pixel(x, y);
+        ink.push_back(pixel[0] > 200 && pixel[1] < 50);
+      }
+    return ink;
+  };
+  const std::vector<bool> front = inkOf(false, false);
+  EXPECT_GT(std::count(front.begin(), front.end(), true), 100);
+  for (const auto& [isBehind, hasSurface] : {std::pair(false, true), {true, false}, {true, true}}) {
+    const std::vector<bool> other = inkOf(isBehind, hasSurface);
+    int numDifferent = 0;
+    for (size_t i = 0; i < front.size(); ++i) numDifferent += front[i] != other[i];
+    EXPECT_LT(numDifferent, 20) << "from behind: " << isBehind << ", on a surface: " << hasSurface;
+  }
 }
