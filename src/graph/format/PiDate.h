@@ -10,9 +10,9 @@
 class PiDate {
  public:
   /// Languages of day and month names.
-  enum Language { ENGLISH = 0, FRANCAIS = 1, DEUTSCH = 2, ESPANOL = 3 };
+  enum Language : int { ENGLISH = 0, FRANCAIS = 1, DEUTSCH = 2, ESPANOL = 3 };
   static constexpr int NUM_LANGUAGES = 4;
-  enum StepType { NO_STEP = 0, SECOND = 1, MINUTE = 2, HOUR = 3, DAY = 4, MONTH = 5, YEAR = 6 };
+  enum StepType : int { NO_STEP = 0, SECOND = 1, MINUTE = 2, HOUR = 3, DAY = 4, MONTH = 5, YEAR = 6 };
 
   /// Names in upper case without accents, entry 1 Monday or January; entry 0 is "". An unknown language is English.
   static const char* const* getDays(Language language);

@@ -350,8 +350,14 @@ TEST_F(PiTextTest, AnnotationTextStaysLegible) {
   const auto inkOf = [&](bool isBehind, bool hasSurface) {
     PiText text;
     SoSeparator* scene = root(text);
+    auto* red = new SoBaseColor;
+    scene->addChild(red);
+    red->rgb.setValue(1, 0, 0);
+    text.setFont("defaultFont", 6);
+    text.setAlignment(PiText::CENTER, PiText::HALF);
+    text.build("F4");
     auto* surface = new SoSeparator;
-    scene->addChild(surface);
+    scene->addChild(surface);  // last: of two equal depths the later one would show
     auto* color = new SoBaseColor;
     surface->addChild(color);
     color->rgb.setValue(hasSurface ? SbColor(1, 1, 1) : SbColor(0, 0, 0));
@@ -361,12 +367,6 @@ TEST_F(PiTextTest, AnnotationTextStaysLegible) {
     const SbVec3f points[] = {{-10, -10, z}, {10, -10, z}, {10, 10, z}, {-10, 10, z}};
     corners->point.setValues(0, 4, points);
     surface->addChild(new SoFaceSet);
-    auto* red = new SoBaseColor;
-    scene->addChild(red);
-    red->rgb.setValue(1, 0, 0);
-    text.setFont("defaultFont", 6);
-    text.setAlignment(PiText::CENTER, PiText::HALF);
-    text.build("F4");
 
     PiOffscreen offscreen(100, 100);
     PiViewpoint viewpoint;
