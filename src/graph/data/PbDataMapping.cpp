@@ -15,14 +15,14 @@ const float* toStaticHls(const SbColor* color) {
   return s_hls;
 }
 
-// Where `v` lies between `v1` and `v2`; always finite. 0 if that can't be told.
+// Where `v` lies between `v1` and `v2`; always finite. 0 if they are equal.
 float parameterOf(float v1, float v2, float v) {
   if (v1 == v2) return 0;
   float t = (v - v1) / (v2 - v1);
   if (!(std::fabs(t) <= FLT_MAX) || !(std::fabs(v2 - v1) <= FLT_MAX)) {
     // The differences may pass the range of a float although the values don't.
     t = static_cast<float>((static_cast<double>(v) - v1) / (static_cast<double>(v2) - v1));
-    if (std::isnan(t)) return 0;
+    if (std::isnan(t)) return v == v1 ? 0 : 1;  // one of them is infinite: `v` is at the other
     if (std::isinf(t)) return std::copysign(FLT_MAX, t);
   }
   return t;

@@ -11,8 +11,9 @@
 namespace {
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-// The distance to start from: a level farther than this from all other values moves by a hundredth of it.
-constexpr float kFarthest = 1e30f;
+// The distance that stands for all greater ones: a level farther than this from all other values moves by a hundredth
+// of it, which must not be lost beside the level.
+float farthest(float iso) { return std::max(1e30f, std::fabs(iso) * 0.01f); }
 
 // The finite values of up to three arrays, taken as one.
 class NodeValues {
@@ -34,7 +35,7 @@ class NodeValues {
   // The smallest distance that isn't 0 between `iso` and a value. Asked again and again, it sorts the values:
   // neighbours that are consecutive floats would otherwise cost a pass each.
   float nearestDistance(float iso) {
-    float distance = kFarthest;
+    float distance = farthest(iso);
     const auto consider = [&](float value) {
       if (value != iso) distance = std::min(distance, std::fabs(value - iso));
     };
@@ -182,7 +183,7 @@ int PiIsovalueAdjustment::adjustIsovalList(const PbIsovaluesList& list, int n1, 
     int last = i;  // of the levels equal to this one
     while (last + 1 < numLevels && levels[last + 1] == levels[i]) ++last;
     const float above = neighbours.above(last), below = neighbours.below(i);
-    const float delta = std::min({kFarthest, levels[i] - below, above - levels[i]});
+    const float delta = std::min({farthest(levels[i]), levels[i] - below, above - levels[i]});
     if (moveOff(m_isovalues[i], above < kInfinity, delta, values)) m_isAdjusted = 1;
   }
   // A level may have passed one that lay closer than the values.

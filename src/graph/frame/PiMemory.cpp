@@ -7,13 +7,18 @@
 
 namespace {
 
-// SoMemoryError::post words the text itself; the application's handler is to see ours.
+// SoMemoryError::post words the text itself, and handleError doesn't know the handlers of classes below SoError.
 class MemoryError : public SoMemoryError {
  public:
   static void post(const char* text) {
     MemoryError error;
     error.setDebugString(text);
-    error.handleError();
+    void* data;
+    SoErrorCB* handler = error.getHandler(data);
+    if (handler && handler != SoError::defaultHandlerCB)
+      handler(&error, data);
+    else
+      error.handleError();
   }
 };
 
