@@ -23,11 +23,12 @@ class ORMELLE_API PoCellFilter : public PoNode {
   virtual int acceptCell(int cellIndex, float value) const = 0;
 
   void doAction(SoAction* action) override;
-  /// Writes nothing.
+  /// Writes nothing, but in binary form, where the number of nodes that follow is already written.
   void write(SoWriteAction* action) override;
 
  protected:
   PoCellFilter();
+  const char* getFileFormatName() const override;
   ~PoCellFilter() override;
 };
 

@@ -1,6 +1,7 @@
 #include <Ormelle/PoCellFilter.h>
 
-#include <Inventor/actions/SoAction.h>
+#include <Inventor/SoOutput.h>
+#include <Inventor/actions/SoWriteAction.h>
 #include <Ormelle/PoCellFilterElement.h>
 #include <Ormelle/PoIntervalCellFilter.h>
 
@@ -16,8 +17,17 @@ PoCellFilter::~PoCellFilter() = default;
 
 void PoCellFilter::doAction(SoAction* action) { PoCellFilterElement::set(action->getState(), this, this); }
 
-// A class of the application would be written under a name that nothing can read back.
-void PoCellFilter::write(SoWriteAction*) {}
+// Nobody could read back a class of the application. But in binary form the group around it has counted it, see
+// PoNode::write().
+void PoCellFilter::write(SoWriteAction* action) {
+  if (action->getOutput()->isBinary()) PoNode::write(action);
+}
+
+// The name of this class would be an error for the reader, so a class without a type of its own stands there as a node
+// that means nothing.
+const char* PoCellFilter::getFileFormatName() const {
+  return getTypeId().canCreateInstance() ? inherited::getFileFormatName() : "Info";
+}
 
 PoIntervalCellFilter::PoIntervalCellFilter() {
   PO_NODE_CONSTRUCTOR(PoIntervalCellFilter);

@@ -84,7 +84,7 @@ void PoPeriodFilter::getCoordinates(float min, float max, PbArrayOfFloat& coordi
   const double step = period.getValue();
   if (!(step > 0) || !std::isfinite(min) || !std::isfinite(max)) return;
   for (int k = 0; k < kMaxNum; ++k) {
-    const float coordinate = static_cast<float>(min + k * step);  // not a running sum, which would drift
+    const float coordinate = k ? static_cast<float>(min + k * step) : min;  // a running sum would drift
     if (!(coordinate <= max)) return;
     // A period below the spacing of floats gives some of them several times.
     if (k == 0 || coordinate > coordinates[coordinates.getNum() - 1]) coordinates.add(coordinate);
