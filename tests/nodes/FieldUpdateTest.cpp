@@ -288,7 +288,7 @@ TEST_F(FieldUpdate, DatesAreReadByTheFormatOfTheNode) {
   EXPECT_TRUE(place.node->getCoordinate("3-01-70", coord));
   EXPECT_EQ(coord, 2);
   place.node->date2 = "01-31-70";  // no such month
-  place.node->coord2 = 30;
+  place.node->coord2 = 60;
   place.run();
   EXPECT_EQ(kit->changes, 0);
   EXPECT_TRUE(place.node->getCoordinate("3-01-70", coord));
@@ -297,10 +297,10 @@ TEST_F(FieldUpdate, DatesAreReadByTheFormatOfTheNode) {
   place.run();
   EXPECT_EQ(kit->changes, 1);
   EXPECT_TRUE(place.node->getCoordinate("01-11-70", coord));
-  EXPECT_EQ(coord, 10);
+  EXPECT_EQ(coord, 20);
   place.node->format = "ddd";
   EXPECT_TRUE(place.node->getCoordinate("01-16-70", coord));
-  EXPECT_EQ(coord, 15);
+  EXPECT_EQ(coord, 30);
   EXPECT_FALSE(place.node->getCoordinate(nullptr, coord));
   EXPECT_EQ(kit->changes, 1);
 }
