@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <Inventor/SbVec2f.h>
 #include <Inventor/fields/SoSFEnum.h>
 #include <Inventor/fields/SoSFVec3f.h>
 
@@ -10,8 +11,6 @@
 #include <Ormelle/PoNode.h>
 
 class PiFieldWatch;
-class SbVec2f;
-class SbVec3f;
 
 /// Gives the kits behind it the box of user coordinates that they are scaled by; puts a PbDomain of its own in
 /// PoDomainElement.

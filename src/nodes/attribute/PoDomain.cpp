@@ -1,8 +1,6 @@
 #include <Ormelle/PoDomain.h>
 
 #include <Inventor/SbBox3f.h>
-#include <Inventor/SbVec2f.h>
-#include <Inventor/SbVec3f.h>
 #include <Inventor/actions/SoAction.h>
 #include <Ormelle/PoDomainElement.h>
 

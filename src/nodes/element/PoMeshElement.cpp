@@ -10,6 +10,7 @@ void PoMeshElement::init(SoState* state) {
   m_dimension = DIMENSION_1;
 }
 
+// The casts need no mesh class to be complete: PbMesh is the first and only base of each of them.
 void PoMeshElement::set(SoState* state, SoNode* node, const PbMesh1D* mesh) {
   store(state, node, reinterpret_cast<PbMesh*>(const_cast<PbMesh1D*>(mesh)), DIMENSION_1);
 }
