@@ -11,6 +11,8 @@ struct PiBaseCase {
   /// The rotated cases that belong to the row beside the row's own, separated by commas. Each is a run of turns that
   /// are applied in turn: an axis, and if it isn't 1 the number of times.
   const char* rotations;
+  /// In the form of `optQuad`, the quadrangle of a second ambiguous facet that `optQuad` doesn't list.
+  const char* completion = "";
 };
 
 /// The rows of each kind of cell. With their rotations and reverses they give every id exactly once.

@@ -45,20 +45,22 @@ void addLevelSurfPart(const PiMarchingCase& part, const int* nodes, int cell, bo
   }
   endPart();
 
-  if (part.getOptQuad().empty()) return;
+  if (part.getOptQuad().empty() && part.getCompletion().empty()) return;
   // The corners are given by position in the strips, whichever form was written.
   std::array<int, 12> pointAt{};
   std::size_t numPoints = 0;
   for (const int edge : part.getEdgeStripSet())
     if (edge != -1) pointAt[numPoints++] = pointOfEdge[static_cast<std::size_t>(edge)];
-  std::array<int, 4> corners{};
-  std::size_t corner = 0;
-  for (const int position : part.getOptQuad()) {
-    if (position == -1) continue;
-    corners[corner++] = pointAt[static_cast<std::size_t>(position)];
-    if (corner < corners.size()) continue;
-    sink.addOptQuadrangle(corners, cell);
-    corner = 0;
+  for (const std::vector<int>* quadrangles : {&part.getOptQuad(), &part.getCompletion()}) {
+    std::array<int, 4> corners{};
+    std::size_t corner = 0;
+    for (const int position : *quadrangles) {
+      if (position == -1) continue;
+      corners[corner++] = pointAt[static_cast<std::size_t>(position)];
+      if (corner < corners.size()) continue;
+      sink.addOptQuadrangle(corners, cell);
+      corner = 0;
+    }
   }
 }
 

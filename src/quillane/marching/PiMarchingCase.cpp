@@ -110,7 +110,9 @@ void PiMarchingCase::revertOptQuad() {
     if (position != -1) position = numPoints++;
   revertStripSet(positions);
   std::erase(positions, -1);
-  for (int& position : m_optQuad)
-    if (position != -1) position = positions[static_cast<std::size_t>(position)];
-  std::reverse(m_optQuad.begin(), m_optQuad.end());
+  for (std::vector<int>* quadrangles : {&m_optQuad, &m_completion}) {
+    for (int& position : *quadrangles)
+      if (position != -1) position = positions[static_cast<std::size_t>(position)];
+    std::reverse(quadrangles->begin(), quadrangles->end());
+  }
 }

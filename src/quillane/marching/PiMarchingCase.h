@@ -46,10 +46,13 @@ class PiMarchingCase {
   const std::vector<int>& getNodeFaceSet() const { return m_nodeFaceSet; }
   /// Four positions a quadrangle, quadrangles separated by -1.
   const std::vector<int>& getOptQuad() const { return m_optQuad; }
+  /// The same for a second ambiguous facet, which getOptQuad() leaves open; mostly empty.
+  const std::vector<int>& getCompletion() const { return m_completion; }
 
   /// Stores the strips of a base case and derives the three other sets.
   void setStripSet(const std::vector<int>& strips);
   void setOptQuad(const std::vector<int>& quadrangles) { m_optQuad = quadrangles; }
+  void setCompletion(const std::vector<int>& quadrangles) { m_completion = quadrangles; }
 
  protected:
   PiMarchingCase(unsigned char type, unsigned char id) : m_id(id), m_type(type) {}
@@ -78,6 +81,7 @@ class PiMarchingCase {
   std::vector<int> m_edgeFaceSet;
   std::vector<int> m_nodeFaceSet;
   std::vector<int> m_optQuad;
+  std::vector<int> m_completion;
 };
 
 #endif

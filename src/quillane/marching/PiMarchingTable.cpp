@@ -59,6 +59,7 @@ PiMarchingCase* PiMarchingTable::addMCBoth(std::unique_ptr<PiMarchingCase> newCa
 void PiMarchingTable::addRow(std::unique_ptr<PiMarchingCase> base, const PiBaseCase& row) {
   base->setStripSet(parseNumbers(row.strips));
   base->setOptQuad(parseNumbers(row.optQuad));
+  base->setCompletion(parseNumbers(row.completion));
   const PiMarchingCase& added = *addMCBoth(std::move(base));
   std::istringstream rotations(row.rotations);
   for (std::string turns; std::getline(rotations, turns, ',');) addMCBoth(applyTurns(added, turns));

@@ -185,7 +185,9 @@ TEST_P(EachTable, OptionalQuadranglesCloseAmbiguousFacets) {
     std::erase(points, -1);
     const std::set<Side> outline = boundary(runs(mc.getEdgeFaceSet()));
     std::set<std::set<int>> closed;
-    for (const auto& quadrangle : runs(mc.getOptQuad())) {
+    std::vector<std::vector<int>> quadrangles = runs(mc.getOptQuad());
+    for (const auto& quadrangle : runs(mc.getCompletion())) quadrangles.push_back(quadrangle);
+    for (const auto& quadrangle : quadrangles) {
       ASSERT_EQ(quadrangle.size(), 4u);
       std::vector<int> edges;
       for (const int position : quadrangle) {
