@@ -33,12 +33,16 @@ class ORMELLE_API PbCartesianGrid2D : public PbGrid2D {
   const PbCell* getCell(int cell_index) const override;
   const PbCell* getTopoCell(int cell_index) const override;
 
+  void getNodesCoord(const float* z, SoMFVec3f& coords) const override;
+  void print(FILE* file) const override;
+
   using PbGrid2D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j) const override;
   void getXYGeometry(const float*& x, const float*& y) const override;
 
  protected:
   void setXYGeometry(int num_x, int num_y, const float* x, const float* y) override;
+  void updateBoundingBox() const override;
   const PbCell* findContainingCellProtected(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
                                             PbArrayOfInt& excluded) const override;
 

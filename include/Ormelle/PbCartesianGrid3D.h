@@ -30,6 +30,8 @@ class ORMELLE_API PbCartesianGrid3D : public PbGrid3D {
   const PbCell* getTopoCell(int cell_index) const override;
   float getLongestEdgeLength() const override;
 
+  void print(FILE* file) const override;
+
   using PbGrid3D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j, int k) const override;
   void getXYZGeometry(const float*& x, const float*& y, const float*& z) const override;

@@ -30,16 +30,10 @@ class ORMELLE_API PbGrid2D : public PbMesh2D {
 
   int getNodeIndex(int i, int j) const { return i * m_numY + j; }
   int getCellIndex(int i, int j) const { return i * (m_numY - 1) + j; }
-  /// Inverts getNodeIndex(). Not for an empty grid.
-  void getNodeIndices(int node, int& i, int& j) const {
-    i = node / m_numY;
-    j = node % m_numY;
-  }
-  /// Inverts getCellIndex(). Not for a grid without cells.
-  void getCellIndices(int cell, int& i, int& j) const {
-    i = cell / (m_numY - 1);
-    j = cell % (m_numY - 1);
-  }
+  /// Inverts getNodeIndex(). Zeros for an empty grid.
+  void getNodeIndices(int node, int& i, int& j) const { divide(node, m_numY, i, j); }
+  /// Inverts getCellIndex(). Zeros for a grid without cells.
+  void getCellIndices(int cell, int& i, int& j) const { divide(cell, m_numY - 1, i, j); }
   /// The four nodes of a cell of the grid; the array belongs to the grid and the next call overwrites it.
   const int* getCellNodeIds(int cell) const;
   const int* getCellNodeIds(int i, int j) const;
@@ -58,7 +52,6 @@ class ORMELLE_API PbGrid2D : public PbMesh2D {
                       int& num_z) const override;
   void print(FILE* file) const override;
 
-  void getNodesCoord(const float* z, SoMFVec3f& coords) const override;
   /// One contour: along j at i = 0, along i at the last j, back along j at the last i, back along i at j = 0. None when
   /// a dimension is below 2.
   void getLimitIndices(PbArrayOfInt& sizes, PbArrayOfInt& indices) const override;
@@ -79,7 +72,6 @@ class ORMELLE_API PbGrid2D : public PbMesh2D {
   PbGrid2D(const PbGrid2D& other);
   PbGrid2D& operator=(const PbGrid2D& other);
 
-  void updateBoundingBox() const override;
   void updateCellBoundingBox() const override;
 
   /// Stores z and dimensions, with all that follows from a change of geometry.
@@ -93,6 +85,11 @@ class ORMELLE_API PbGrid2D : public PbMesh2D {
   int m_numY = 0;
 
  private:
+  static void divide(int index, int rowSize, int& i, int& j) {
+    i = rowSize > 0 ? index / rowSize : 0;
+    j = rowSize > 0 ? index % rowSize : 0;
+  }
+
   mutable std::vector<const float*> m_zRows;
   mutable int m_cellNodeIds[4] = {0, 0, 0, 0};
 };

@@ -28,9 +28,9 @@ class ORMELLE_API PbGrid3D : public PbMesh3D {
 
   int getNodeIndex(int i, int j, int k) const { return (i * m_numY + j) * m_numZ + k; }
   int getCellIndex(int i, int j, int k) const { return (i * (m_numY - 1) + j) * (m_numZ - 1) + k; }
-  /// Inverts getNodeIndex(). Not for an empty grid.
+  /// Inverts getNodeIndex(). Zeros for an empty grid.
   void getNodeIndices(int node, int& i, int& j, int& k) const;
-  /// Inverts getCellIndex(). Not for a grid without cells.
+  /// Inverts getCellIndex(). Zeros for a grid without cells.
   void getCellIndices(int cell, int& i, int& j, int& k) const;
   /// The eight nodes of a cell of the grid; the array belongs to the grid and the next call overwrites it.
   const int* getCellNodeIds(int cell) const;
@@ -49,8 +49,6 @@ class ORMELLE_API PbGrid3D : public PbMesh3D {
                       int& num_z) const override;
   void print(FILE* file) const override;
 
-  /// 1: sections along the axes are cheap.
-  int isCrossSectionOptimal() const override;
   /// The number of facets on the six sides.
   int evaluateSkinFacesNum() const override;
 

@@ -40,6 +40,9 @@ class ORMELLE_API PbParalCartesianGrid2D : public PbCartesianGrid2D {
   int hasSidesNormals() const override;
   void getSidesNormals(SbVec3f*& normals, const PbArrayOfInt& sizes) const override;
 
+  void getNodesCoord(const float* z, SoMFVec3f& coords) const override;
+  void print(FILE* file) const override;
+
   using PbGrid2D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j) const override;
 

@@ -31,6 +31,10 @@ class ORMELLE_API PbParalCartesianGrid3D : public PbCartesianGrid3D {
   const PbCell* findContainingCell(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
                                    const PbCell* adjacent_cell) const override;
 
+  /// 1: sections across the axes are cheap.
+  int isCrossSectionOptimal() const override;
+  void print(FILE* file) const override;
+
   using PbGrid3D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j, int k) const override;
 

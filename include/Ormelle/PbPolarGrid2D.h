@@ -27,6 +27,9 @@ class ORMELLE_API PbPolarGrid2D : public PbGrid2D {
   /// Null.
   const PbCell* getCell(int cell_index) const override;
 
+  void getNodesCoord(const float* z, SoMFVec3f& coords) const override;
+  void print(FILE* file) const override;
+
   using PbGrid2D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j) const override;
   /// Radii and angles.

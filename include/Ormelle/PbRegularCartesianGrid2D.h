@@ -50,6 +50,9 @@ class ORMELLE_API PbRegularCartesianGrid2D : public PbGrid2D {
   /// Replaces z alone; there are no arrays of x and y.
   void setCoordinates(const float* x, const float* y, const float* z) override;
 
+  void getNodesCoord(const float* z, SoMFVec3f& coords) const override;
+  void print(FILE* file) const override;
+
   using PbGrid2D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j) const override;
   /// Nulls.

@@ -39,6 +39,10 @@ class ORMELLE_API PbRegularCartesianGrid3D : public PbGrid3D {
   /// Nothing: there are no arrays.
   void setCoordinates(const float* x, const float* y, const float* z) override;
 
+  /// 1: sections across the axes are cheap.
+  int isCrossSectionOptimal() const override;
+  void print(FILE* file) const override;
+
   using PbGrid3D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j, int k) const override;
   /// Nulls.
@@ -49,7 +53,10 @@ class ORMELLE_API PbRegularCartesianGrid3D : public PbGrid3D {
   void updateBoundingBox() const override;
 
  private:
-  float m_min[3] = {0, 0, 0}, m_max[3] = {0, 0, 0}, m_step[3] = {0, 0, 0};
+  struct Axis {
+    float min = 0, max = 0, step = 0;
+  };
+  Axis m_xAxis, m_yAxis, m_zAxis;
   std::unique_ptr<PbVoxelCell> m_voxel;
 };
 

@@ -1,0 +1,38 @@
+#include <Ormelle/PbCell.h>
+#include <Ormelle/PbMesh3D.h>
+
+#include "quillane/mesh/PiCellSum.h"
+#include "quillane/search/PiCellOctree.h"
+
+PbMesh3D::PbMesh3D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}
+
+PbMesh3D::PbMesh3D(const PbMesh3D& other) : PbMesh(other), m_octree(nullptr) {}
+
+PbMesh3D& PbMesh3D::operator=(const PbMesh3D& other) {
+  if (this == &other) return *this;
+  m_octree.reset();
+  PbMesh::operator=(other);
+  return *this;
+}
+
+PbMesh3D::~PbMesh3D() = default;
+
+void PbMesh3D::meshSkin(PoMeshSkin*) const {}
+void PbMesh3D::meshLevelSurfShapeIndices(PoMesh3D*, int, const float*) const {}
+void PbMesh3D::meshCrossSection(PoMeshCrossSection*) const {}
+void PbMesh3D::meshCrossContour(PoMeshCrossContour*) const {}
+void PbMesh3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
+void PbMesh3D::mesh3DVec(PoMesh3DVec*) const {}
+
+int PbMesh3D::isCrossSectionOptimal() const { return 0; }
+int PbMesh3D::evaluateSkinFacesNum() const { return 0; }
+
+float PbMesh3D::getVolume() const { return sumOverCells(*this, &PbCell::getVolume); }
+float PbMesh3D::getArea() const { return 0; }
+
+const PbCell* PbMesh3D::findContainingCellProtected(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
+                                                    PbArrayOfInt& excluded) const {
+  if (!m_octree) m_octree = std::make_unique<PiCellOctree>(PiCellOctree::VOLUME);
+  m_octree->update(*this, tolerance, nullptr);
+  return m_octree->find(*this, point, tolerance, pcoord, excluded);
+}
