@@ -166,7 +166,7 @@ void PbRegularCartesianGrid2D::updateBoundingBox() const {
     return;
   }
   PiFiniteBox box;
-  box.add(getNodeCoord(0, 0));
-  box.add(getNodeCoord(m_numX - 1, m_numY - 1));
+  for (const int i : {0, m_numX - 1})
+    for (const int j : {0, m_numY - 1}) box.add(getNodeCoord(i, j));
   setBoundingBox(box.box());
 }

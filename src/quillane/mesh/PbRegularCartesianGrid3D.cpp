@@ -81,6 +81,7 @@ const PbCell* PbRegularCartesianGrid3D::getTopoCell(int cell_index) const {
 }
 
 float PbRegularCartesianGrid3D::getLongestEdgeLength() const {
+  if (isEmpty()) return 0;
   float longest = 0;
   for (const Axis* axis : {&m_xAxis, &m_yAxis, &m_zAxis})
     if (std::isfinite(axis->step)) longest = std::max(longest, std::fabs(axis->step));
@@ -122,9 +123,9 @@ SbVec3f PbRegularCartesianGrid3D::getNodeCoord(int i, int j, int k) const {
 void PbRegularCartesianGrid3D::updateBoundingBox() const {
   if (isBoundingBoxValid()) return;
   PiFiniteBox box;
-  if (m_numMeshNodes > 0) {
-    box.add(getNodeCoord(0, 0, 0));
-    box.add(getNodeCoord(m_numX - 1, m_numY - 1, m_numZ - 1));
-  }
+  if (!isEmpty())
+    for (const int i : {0, m_numX - 1})
+      for (const int j : {0, m_numY - 1})
+        for (const int k : {0, m_numZ - 1}) box.add(getNodeCoord(i, j, k));
   setBoundingBox(box.box());
 }
