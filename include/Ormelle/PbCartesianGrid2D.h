@@ -22,6 +22,9 @@ class ORMELLE_API PbCartesianGrid2D : public PbGrid2D {
   PbCartesianGrid2D& operator=(const PbCartesianGrid2D& other);
   ~PbCartesianGrid2D() override;
 
+  void meshLines(PoMeshLines* rep) const override;
+  void meshFilled(PoMeshFilled* rep) const override;
+
   /// Dimensions and flat arrays, num_x*num_y floats each; z is null for a flat grid. Valid until the geometry changes.
   void getGeometry(int& num_x, int& num_y, const float*& x, const float*& y) const;
   void getGeometry(int& num_x, int& num_y, const float*& x, const float*& y, const float*& z) const;

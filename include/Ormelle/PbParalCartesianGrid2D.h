@@ -20,6 +20,9 @@ class ORMELLE_API PbParalCartesianGrid2D : public PbCartesianGrid2D {
   PbParalCartesianGrid2D& operator=(const PbParalCartesianGrid2D& other);
   ~PbParalCartesianGrid2D() override;
 
+  void meshLines(PoMeshLines* rep) const override;
+  void meshFilled(PoMeshFilled* rep) const override;
+
   /// Dimensions and arrays: num_x and num_y floats, and num_x*num_y for z, which is null for a flat grid.
   void getGeometry(int& num_x, int& num_y, const float*& x, const float*& y) const;
   void getGeometry(int& num_x, int& num_y, const float*& x, const float*& y, const float*& z) const;

@@ -18,6 +18,9 @@ class ORMELLE_API PbPolarGrid2D : public PbGrid2D {
   PbPolarGrid2D& operator=(const PbPolarGrid2D& other);
   ~PbPolarGrid2D() override;
 
+  void meshLines(PoMeshLines* rep) const override;
+  void meshFilled(PoMeshFilled* rep) const override;
+
   /// Dimensions and arrays: num_r and num_t floats, and num_r*num_t for z, which is null for a flat grid.
   void getGeometry(int& num_r, int& num_t, const float*& radius, const float*& angle) const;
   void getGeometry(int& num_r, int& num_t, const float*& radius, const float*& angle, const float*& z) const;

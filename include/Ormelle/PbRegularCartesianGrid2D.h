@@ -25,6 +25,9 @@ class ORMELLE_API PbRegularCartesianGrid2D : public PbGrid2D {
   PbRegularCartesianGrid2D& operator=(const PbRegularCartesianGrid2D& other);
   ~PbRegularCartesianGrid2D() override;
 
+  void meshLines(PoMeshLines* rep) const override;
+  void meshFilled(PoMeshFilled* rep) const override;
+
   /// Replaces the nodes; see PbGrid2D::setGeometry().
   void setGeometry(int num_x, int num_y, float x_min, float y_min, float x_max, float y_max);
   void setGeometry(int num_x, int num_y, float x_min, float y_min, float x_max, float y_max, const float* z);

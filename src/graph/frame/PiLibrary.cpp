@@ -4,6 +4,8 @@
 #include <Ormelle/PoDebugError.h>
 #include <Ormelle/PoLibOrmelleP.h>
 #include <Ormelle/PoNode.h>
+#include <Ormelle/PoQuillane.h>
+#include <Ormelle/PoTavernel.h>
 
 #include "graph/toolkit/PiToolkit.h"
 #include "graph/toolkit/PiWritePreparation.h"
@@ -56,6 +58,8 @@ void PiLibrary::registerClasses() {
   PiWritePreparation::install();
   PoDebugError::initClass();
   PoBase::initClass();
+  PoTavernel::initClasses();
+  PoQuillane::initClasses();
   PiElementTable::initClasses();
   PoNode::initClasses();
   SoAnnoText3::initClass();
@@ -69,6 +73,8 @@ void PiLibrary::unregisterClasses() {
   PoNode::exitClasses();
   PiElementTable::exitClasses();
   PoLibOrmelleP::exitViewClasses();
+  PoQuillane::exitClasses();
+  PoTavernel::exitClasses();
   PoBase::exitClass();
 }
 

@@ -167,6 +167,11 @@ PbMesh::DataBinding PbMesh::getValuesBinding(int set_index) const {
 }
 PbMesh::DataBinding PbMesh::getVecsBinding(int set_index) const { return bindingOf(m_dataSets->vecs.find(set_index)); }
 
+int PbMesh::getNumValues(int set_index) const {
+  const auto* set = m_dataSets->values.find(set_index);
+  return set ? set->data.getNum() : 0;
+}
+
 unsigned int PbMesh::getFltDataSetId(int set_index) const {
   const auto* set = m_dataSets->values.find(set_index);
   return set ? set->dataId : kUnknownId;

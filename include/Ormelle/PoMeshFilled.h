@@ -1,0 +1,69 @@
+#ifndef ORMELLE_POMESHFILLED_H
+#define ORMELLE_POMESHFILLED_H
+
+#include <Ormelle/PoMesh2D.h>
+
+class PbCartesianGrid2D;
+class PbParalCartesianGrid2D;
+class PbPolarGrid2D;
+class PbRegularCartesianGrid2D;
+
+/// Paints the cells of a two-dimensional mesh, in one colour or by a set of values of its nodes.
+///
+/// It reads the mesh, the data mapping and, for contours, the isovalues, each set on the kit or found on the traversal
+/// state, and fills the parts `groupFilled`, `appearance.material` and `appearance.texture2`. Values bound to cells
+/// are not painted.
+///
+/// A cell is left out if a coordinate of one of its nodes isn't finite, if the values are used and one of its nodes
+/// has none (NaN), or if the mapping gives its value no colour or a transparency that reaches
+/// PbDataMapping::getTransparencyValueDeletedParts().
+///
+/// @code
+/// PoMeshFilled* filled = new PoMeshFilled;
+/// filled->setMesh(&grid);
+/// filled->setDataMapping(&mapping);
+/// filled->valuesIndex = 0;
+/// filled->coloringType = PoMesh::COLOR_MAPPING;
+/// @endcode
+///
+/// Catalog, behind the parts of PoBase:
+/// @code
+/// alternateRep
+///   groupFilled   SoGroup   normals and hints for light, bindings, coordinates, a SoQuadMesh or SoIndexedFaceSet
+/// @endcode
+class ORMELLE_API PoMeshFilled : public PoMesh2D {
+  PO_KIT_HEADER(PoMeshFilled, PoMesh2D);
+  PO_KIT_CATALOG_ENTRY_HEADER(groupFilled);
+
+ public:
+  /// Lights a flat mesh by the one normal of its first cell instead of a normal for each facet. No effect on a mesh
+  /// with heights.
+  SoSFBool useOverallNormal;
+
+  PoMeshFilled();
+
+  void rebuild() override;
+
+  /// @name Called back by the mesh that is drawn
+  /// @{
+  void regularCartGridFilled(const PbRegularCartesianGrid2D* mesh);
+  void cartGridFilled(const PbCartesianGrid2D* mesh);
+  void paralCartGridFilled(const PbParalCartesianGrid2D* mesh);
+  void polarGridFilled(const PbPolarGrid2D* mesh);
+  /// @}
+
+ protected:
+  ~PoMeshFilled() override;
+
+  void preRebuild() override;
+  void addElementsAllCaches() override;
+  /// Hints that suit the overall normal, if there is one.
+  void insertDefaultShapeHints() override;
+
+ private:
+  template <class Mesh>
+  void fill(const Mesh& mesh);
+  void insertOverallNormal(const PbMesh2D& mesh);
+};
+
+#endif

@@ -1,0 +1,16 @@
+#include "quillane/rep/PiMeshBuffers.h"
+
+SbVec3f* PiMeshBuffers::vectors(int count) {
+  if (count < 1) return nullptr;
+  if (count > m_vectorCapacity) {
+    m_vectors.reset(new SbVec3f[static_cast<std::size_t>(count)]);
+    m_vectorCapacity = count;
+  }
+  return m_vectors.get();
+}
+
+std::size_t PiMeshBuffers::memorySize() const {
+  return isovalues.capacity() * sizeof(float) +
+         static_cast<std::size_t>(coordIndices.capacity() + cellIndices.capacity()) * sizeof(std::int32_t) +
+         static_cast<std::size_t>(m_vectorCapacity) * sizeof(SbVec3f);
+}

@@ -1,0 +1,20 @@
+// The second half of the double dispatch: each concrete mesh calls the representation back with its own type.
+
+#include <Ormelle/PbCartesianGrid2D.h>
+#include <Ormelle/PbParalCartesianGrid2D.h>
+#include <Ormelle/PbPolarGrid2D.h>
+#include <Ormelle/PbRegularCartesianGrid2D.h>
+#include <Ormelle/PoMeshFilled.h>
+#include <Ormelle/PoMeshLines.h>
+
+void PbCartesianGrid2D::meshFilled(PoMeshFilled* rep) const { rep->cartGridFilled(this); }
+void PbCartesianGrid2D::meshLines(PoMeshLines* rep) const { rep->cartGridLines(this); }
+
+void PbParalCartesianGrid2D::meshFilled(PoMeshFilled* rep) const { rep->paralCartGridFilled(this); }
+void PbParalCartesianGrid2D::meshLines(PoMeshLines* rep) const { rep->paralCartGridLines(this); }
+
+void PbRegularCartesianGrid2D::meshFilled(PoMeshFilled* rep) const { rep->regularCartGridFilled(this); }
+void PbRegularCartesianGrid2D::meshLines(PoMeshLines* rep) const { rep->regularCartGridLines(this); }
+
+void PbPolarGrid2D::meshFilled(PoMeshFilled* rep) const { rep->polarGridFilled(this); }
+void PbPolarGrid2D::meshLines(PoMeshLines* rep) const { rep->polarGridLines(this); }

@@ -1,0 +1,44 @@
+#include <Ormelle/PoQuillane.h>
+
+#include <Ormelle/PbHexahedronCell.h>
+#include <Ormelle/PbPyramidCell.h>
+#include <Ormelle/PbTetrahedronCell.h>
+#include <Ormelle/PbWedgeCell.h>
+#include <Ormelle/PoMeshFilled.h>
+#include <Ormelle/PoMeshLimit.h>
+#include <Ormelle/PoMeshLines.h>
+#include <Ormelle/PoMeshSides.h>
+
+#include "graph/frame/PiClassTable.h"
+#include "quillane/rep/PiMeshScratch.h"
+
+PO_KIT_ABSTRACT_SOURCE(PoQuillane)
+
+namespace {
+
+constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
+constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D), PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
+                                      PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit)};
+constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
+                                   PI_TABLES(PbWedgeCell)};
+
+}  // namespace
+
+PoQuillane::PoQuillane(void (*catchActionFunction)(void*, SoAction*)) : PoBase(catchActionFunction) {
+  PO_KIT_CONSTRUCTOR(PoQuillane);
+  PO_KIT_CONSTRUCTED(PoQuillane);
+}
+
+PoQuillane::~PoQuillane() = default;
+
+void PoQuillane::initClasses() {
+  piInitClasses(kRoots);
+  piInitClasses(kSurfaces);
+  piInitClasses(kCells);
+}
+
+void PoQuillane::exitClasses() {
+  piExitClasses(kSurfaces);
+  piExitClasses(kCells);
+  piExitClasses(kRoots);
+}
