@@ -6,6 +6,8 @@
 #include <Ormelle/PbNonLinearDataMapping2.h>
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 #include <random>
 #include <vector>
@@ -103,10 +105,13 @@ void levelIndex(benchmark::State& state) {
 }
 BENCHMARK(levelIndex)->ArgsProduct({{kNumValues / 8, kNumValues}, {10, 1000}})->Unit(benchmark::kMillisecond);
 
-// The worst case for a list: every value is in another gap than the one before, and each level is hit.
-void adjustList(benchmark::State& state) {
+// Each level is hit. Scattered values, each in another gap than the one before, are the worst case; a mesh has smooth
+// ones.
+void adjustList(benchmark::State& state, bool isSmooth) {
   const PbIsovaluesList list(0, 1, static_cast<int>(state.range(1)));
   std::vector<float> values(scatteredValues().begin(), scatteredValues().begin() + state.range(0));
+  if (isSmooth)
+    for (std::size_t i = 0; i < values.size(); ++i) values[i] = 0.5f + 0.5f * std::sin(i * 0.001f);
   int num, isRegular;
   float min, max, step;
   const float* levels = list.getIsoList(num, min, max, step, isRegular);
@@ -116,6 +121,8 @@ void adjustList(benchmark::State& state) {
     benchmark::DoNotOptimize(adjustment.adjustIsovalList(list, static_cast<int>(values.size()), values.data()));
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
-BENCHMARK(adjustList)->ArgsProduct({{kNumValues / 8, kNumValues}, {10, 1000}})->Unit(benchmark::kMillisecond);
+#define LEVEL_SIZES ArgsProduct({{kNumValues / 8, kNumValues}, {10, 1000}})->Unit(benchmark::kMillisecond)
+BENCHMARK_CAPTURE(adjustList, smooth, true)->LEVEL_SIZES;
+BENCHMARK_CAPTURE(adjustList, scattered, false)->LEVEL_SIZES;
 
 }  // namespace

@@ -32,26 +32,12 @@ class NodeValues {
     return std::count_if(m_arrays[0].begin(), m_arrays[0].end(), [](float v) { return std::isfinite(v); });
   }
 
-  // The smallest distance that isn't 0 between `iso` and a value. Asked again and again, it sorts the values:
-  // neighbours that are consecutive floats would otherwise cost a pass each.
-  float nearestDistance(float iso) {
+  // The smallest distance that isn't 0 between `iso` and a value.
+  float nearestDistance(float iso) const {
     float distance = farthest(iso);
-    const auto consider = [&](float value) {
+    forEach([&](float value) {
       if (value != iso) distance = std::min(distance, std::fabs(value - iso));
-    };
-    if (++m_numPasses <= 4) {
-      forEach(consider);
-      return distance;
-    }
-    if (m_sorted.empty()) {
-      forEach([this](float value) { m_sorted.push_back(value); });
-      std::sort(m_sorted.begin(), m_sorted.end());
-    }
-    const int num = static_cast<int>(m_sorted.size());
-    const int below = PiSortedSearch::firstNotBelow(m_sorted.data(), num, iso) - 1;
-    const int above = PiSortedSearch::firstAbove(m_sorted.data(), num, iso);
-    if (below >= 0) consider(m_sorted[below]);
-    if (above < num) consider(m_sorted[above]);
+    });
     return distance;
   }
 
@@ -61,16 +47,75 @@ class NodeValues {
   }
 
   std::span<const float> m_arrays[3];
-  std::vector<float> m_sorted;
-  int m_numPasses = 0;
 };
 
-// Moves `iso` along `direction` (1 or -1) to where no value is. `delta` is the distance to the nearest other value.
-// Each round either ends or goes on past one more float at least, so it comes to an end; false if that is the last
-// float.
-bool moveAlong(float& iso, float direction, float delta, NodeValues& values) {
+// Answers questions about the values beside some levels from the few that lie about there. If that takes too many
+// passes, as with many levels among values that lie close all along, it sorts all of them.
+class NearValues {
+ public:
+  explicit NearValues(const NodeValues& values) : m_values(values) {}
+
+  // As NodeValues::nearestDistance().
+  float nearestDistance(float iso) {
+    for (;;) {
+      float distance = farthest(iso);
+      const int num = static_cast<int>(m_sorted.size());
+      const int notBelow = PiSortedSearch::firstNotBelow(m_sorted.data(), num, iso);
+      const int above = PiSortedSearch::firstAbove(m_sorted.data(), num, iso);
+      if (notBelow > 0) distance = std::min(distance, iso - m_sorted[notBelow - 1]);
+      if (above < num) distance = std::min(distance, m_sorted[above] - iso);
+      if (iso - distance >= m_low && iso + distance <= m_high) return distance;
+      collect(iso);
+    }
+  }
+
+  // The next float along `direction` that is no value; infinite if there is none.
+  float nextFree(float iso, float direction) {
+    // Levels come in ascending order, and what one of them walked past needs no second walk.
+    if (direction > 0 && iso >= m_walkedFrom && iso < m_walkedTo) return m_walkedTo;
+    float next = iso;
+    do next = std::nextafter(next, direction * kInfinity);
+    while (contains(next));
+    if (direction > 0) {
+      m_walkedFrom = iso;
+      m_walkedTo = next;
+    }
+    return next;
+  }
+
+ private:
+  bool contains(float value) {
+    if (value < m_low || value > m_high) collect(value);
+    return std::binary_search(m_sorted.begin(), m_sorted.end(), value);
+  }
+
+  void collect(float iso) {
+    const float ulp = std::nextafter(std::fabs(iso), kInfinity) - std::fabs(iso);
+    const float width = ++m_numPasses <= kMaxPasses ? 1024 * ulp : kInfinity;
+    m_low = iso - width;
+    m_high = iso + width;
+    m_sorted.clear();
+    m_values.forEach([this](float value) {
+      if (value >= m_low && value <= m_high) m_sorted.push_back(value);
+    });
+    std::sort(m_sorted.begin(), m_sorted.end());
+  }
+
+  static constexpr int kMaxPasses = 24;  // about what sorting all values costs
+
+  const NodeValues& m_values;
+  int m_numPasses = 0;
+  float m_low = kInfinity;
+  float m_high = -kInfinity;
+  std::vector<float> m_sorted;
+  float m_walkedFrom = 0, m_walkedTo = 0;
+};
+
+// Moves `iso` along `direction` (1 or -1) to where no value is; false if no finite float is left there. `delta` is the
+// distance to the nearest other value.
+bool moveAlong(float& iso, float direction, float delta, NearValues& values) {
   float moved = iso;
-  for (;;) {
+  for (int round = 0; round < 8; ++round) {
     const float old = moved;
     float factor = 0.01f;
     moved += delta * factor * direction;
@@ -79,18 +124,24 @@ bool moveAlong(float& iso, float direction, float delta, NodeValues& values) {
       moved += delta * factor * direction;
     }
     if (!std::isfinite(moved)) return false;
-    if (moved != old) break;
+    if (moved != old) {
+      iso = moved;
+      return true;
+    }
     // The values are so close that a float can't part them: go on from the next one.
     moved += delta * direction;
     if (moved == old) moved = std::nextafter(old, direction * kInfinity);
     if (!std::isfinite(moved)) return false;
     delta = values.nearestDistance(moved);
   }
+  // They lie close all along. The search for a wider gap would carry the level far off.
+  moved = values.nextFree(iso, direction);
+  if (!std::isfinite(moved)) return false;
   iso = moved;
   return true;
 }
 
-bool moveOff(float& iso, bool hasGreater, float delta, NodeValues& values) {
+bool moveOff(float& iso, bool hasGreater, float delta, NearValues& values) {
   const float direction = hasGreater ? 1.0f : -1.0f;
   return moveAlong(iso, direction, delta, values) || moveAlong(iso, -direction, delta, values);
 }
@@ -150,7 +201,7 @@ int PiIsovalueAdjustment::adjustIsoval(int n, const float* values, float& iso) {
 int PiIsovalueAdjustment::adjustIsovalMultiple(int n1, const float* v1, int n2, const float* v2, int n3,
                                                const float* v3, float& iso) {
   m_isAdjusted = 0;
-  NodeValues values(n1, v1, n2, v2, n3, v3);
+  const NodeValues values(n1, v1, n2, v2, n3, v3);
   long numEqual = 0;
   bool hasGreater = false;
   values.forEach([&](float value) {
@@ -158,7 +209,8 @@ int PiIsovalueAdjustment::adjustIsovalMultiple(int n1, const float* v1, int n2, 
     hasGreater |= value > iso;
   });
   if (numEqual == 0 || numEqual >= values.numOfFirst()) return 0;
-  m_isAdjusted = moveOff(iso, hasGreater, values.nearestDistance(iso), values);
+  NearValues nearValues(values);
+  m_isAdjusted = moveOff(iso, hasGreater, values.nearestDistance(iso), nearValues);
   return m_isAdjusted;
 }
 
@@ -171,9 +223,10 @@ int PiIsovalueAdjustment::adjustIsovalList(const PbIsovaluesList& list, int n1, 
   m_isovalues.assign(levels, levels + numLevels);
   if (numLevels == 0) return 0;
 
-  NodeValues values(n1, v1, n2, v2, n3, v3);
+  const NodeValues values(n1, v1, n2, v2, n3, v3);
   const LevelNeighbours neighbours({levels, static_cast<std::size_t>(numLevels)}, values);
   const long numOfFirst = values.numOfFirst();
+  NearValues nearValues(values);
   for (int i = 0; i < numLevels; ++i) {
     if (i > 0 && levels[i] == levels[i - 1]) {
       m_isovalues[i] = m_isovalues[i - 1];
@@ -184,7 +237,7 @@ int PiIsovalueAdjustment::adjustIsovalList(const PbIsovaluesList& list, int n1, 
     while (last + 1 < numLevels && levels[last + 1] == levels[i]) ++last;
     const float above = neighbours.above(last), below = neighbours.below(i);
     const float delta = std::min({farthest(levels[i]), levels[i] - below, above - levels[i]});
-    if (moveOff(m_isovalues[i], above < kInfinity, delta, values)) m_isAdjusted = 1;
+    if (moveOff(m_isovalues[i], above < kInfinity, delta, nearValues)) m_isAdjusted = 1;
   }
   // A level may have passed one that lay closer than the values.
   std::sort(m_isovalues.begin(), m_isovalues.end());

@@ -9,13 +9,13 @@ namespace PiSortedSearch {
 template <class Predicate>
 int partitionPoint(const float* values, int num, Predicate isBefore) {
   if (num <= 0) return 0;
-  const float* base = values;
+  int first = 0;
   while (num > 1) {
     const int half = num / 2;
-    base += isBefore(base[half - 1]) ? half : 0;
+    first += half & -static_cast<int>(isBefore(values[first + half - 1]));  // compilers make a branch of `? :`
     num -= half;
   }
-  return static_cast<int>(base - values) + (isBefore(*base) ? 1 : 0);
+  return first + static_cast<int>(isBefore(values[first]));
 }
 
 /// Index of the first element greater than or equal to `value`.

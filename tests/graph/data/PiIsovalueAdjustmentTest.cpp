@@ -72,6 +72,30 @@ TEST(PiIsovalueAdjustment, EndsOffTheValuesHoweverTheyLie) {
     }
 }
 
+// Where values lie on every other float, each level takes a free one beside it and none is carried off.
+TEST(PiIsovalueAdjustment, StaysInItsPlaceAmongDenseValues) {
+  Values dense;
+  float value = 1;
+  for (int i = 0; i < 40000; ++i) {
+    if (i % 2 == 0 || (i > 20000 && i < 30000)) dense.push_back(value);
+    value = std::nextafter(value, 2.0f);
+  }
+  std::shuffle(dense.begin(), dense.end(), std::mt19937(3));
+  PbIsovaluesList list;
+  Values levels;
+  for (int i = 0; i < 40000; i += 800) levels.push_back(1 + i * FLT_EPSILON);
+  list.setIrregularIsoList(static_cast<int>(levels.size()), levels.data());
+  PiIsovalueAdjustment adjustment;
+  EXPECT_EQ(adjustment.adjustIsovalList(list, static_cast<int>(dense.size()), dense.data()), 1);
+  std::sort(dense.begin(), dense.end());
+  for (std::size_t i = 0; i < levels.size(); ++i) {
+    const float moved = adjustment.getIsovalues()[i];
+    EXPECT_FALSE(std::binary_search(dense.begin(), dense.end(), moved));
+    const bool isInBlock = i * 800 >= 20000 && i * 800 < 30000;
+    EXPECT_LE(std::fabs(moved - levels[i]), (isInBlock ? 10064 : 64) * FLT_EPSILON) << i;
+  }
+}
+
 TEST(PiIsovalueAdjustment, TakesThreeListsAsOne) {
   PiIsovalueAdjustment adjustment;
   const Values first{5, 6, 7}, second{1, 1.5f}, third{8};
