@@ -1,10 +1,11 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the sources of a build folder, several at a time.
+"""Runs clang-tidy over the library, the tool and the examples as a build folder compiles them, several at a time.
 
 usage: tools/tidy.py BUILD_FOLDER [JOBS]
 
-A source that passed is remembered by what the compiler sees of it, together with the checks in .clang-tidy and the
-version of clang-tidy, and isn't looked at again until one of these changes. The memory is in
+The build folder should join sources (CMAKE_UNITY_BUILD), since most of the time goes into the headers they share. What
+passed is remembered by what the compiler sees of it, together with the checks in .clang-tidy and the version of
+clang-tidy, and isn't looked at again until one of these changes. The memory is in
 $XDG_CACHE_HOME/ormelle-tidy (~/.cache by default) and may be deleted at any time.
 """
 
@@ -19,13 +20,22 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "tool", "examples")
+FOLDERS = ("src", "tool", "examples")  # of the build folder
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME") or pathlib.Path.home() / ".cache") / "ormelle-tidy"
+
+
+def words_of(entry):
+    return entry.get("arguments") or shlex.split(entry["command"])
+
+
+def output_of(entry):
+    words = words_of(entry)
+    return pathlib.PurePath(words[words.index("-o") + 1])
 
 
 def preprocessed(entry):
     """The text of a source after its includes and macros, as bytes; None if it can't be had."""
-    words = entry.get("arguments") or shlex.split(entry["command"])
+    words = words_of(entry)
     if os.path.basename(words[0]) == "ccache":
         del words[0]
     output = words.index("-o")
@@ -62,8 +72,7 @@ def main():
     build = sys.argv[1]
     jobs = int(sys.argv[2]) if len(sys.argv) > 2 else os.cpu_count()
     commands = json.loads((pathlib.Path(build) / "compile_commands.json").read_text())
-    entries = [e for e in commands if pathlib.Path(e["file"]).is_relative_to(ROOT)
-               and pathlib.Path(e["file"]).relative_to(ROOT).parts[0] in FOLDERS]
+    entries = [entry for entry in commands if output_of(entry).parts[0] in FOLDERS]
     version = subprocess.run(["clang-tidy", "--version"], capture_output=True, check=True).stdout
     salt = version + (ROOT / ".clang-tidy").read_bytes()
     CACHE.mkdir(parents=True, exist_ok=True)
@@ -76,11 +85,11 @@ def main():
             if future.result():
                 findings.append(future.result())
                 print(future.result().rstrip(), flush=True)
-            if done % 20 == 0 or done == len(entries):
+            if done % 5 == 0 or done == len(entries):
                 left = (time.monotonic() - start) * (len(entries) - done) / done
                 print(f"[{done}/{len(entries)}, {left:.0f} s left] clang-tidy", flush=True)
     if findings:
-        print(f"clang-tidy objects to {len(findings)} of {len(entries)} sources")
+        print(f"clang-tidy objects to {len(findings)} of {len(entries)} groups of sources")
     return 1 if findings else 0
 
 

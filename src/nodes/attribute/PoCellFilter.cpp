@@ -45,6 +45,4 @@ int PoIntervalCellFilter::acceptCell(int /*cellIndex*/, float value) const {
 }
 
 // Unlike a filter in general, whose rule is code, this one can be written.
-void PoIntervalCellFilter::write(SoWriteAction* action) {
-  PoNode::write(action);  // NOLINT(bugprone-parent-virtual-call): passes over the parent on purpose
-}
+void PoIntervalCellFilter::write(SoWriteAction* action) { PoNode::write(action); }
