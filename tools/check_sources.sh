@@ -41,7 +41,7 @@ search '(deb\.debia[n]|registry\.np[m]|pypi\.or[g]|proxy\.golan[g])' '*' |
   breach "A package registry's host stands in the repository:"
 search '\b([Tt]he|[Oo]ur|[Tt]his) (spec|specificatio[n])\b|\bspec\.m[d]|\bPart [0-9]+\.[0-9]+\b' '*' ':!*.svg' |
   breach "Say what the code does, not which paper asks for it:"
-search '\b(TO[D]O|FIX[M]E|X[X]X|HA[C]K|not implemente[d])\b' 'src/*' 'include/*' 'tool/*' 'tools/*' |
+search '(//|#|/?\*).*\b(TO[D]O|FIX[M]E|X[X]X|HA[C]K|not implemente[d])\b' 'src/*' 'include/*' 'tool/*' 'tools/*' |
   breach "Unfinished marks:"
 
 for header in include/Ormelle/*.h; do
