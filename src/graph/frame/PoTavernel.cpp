@@ -1,3 +1,4 @@
+#include <Ormelle/PoChart.h>
 #include <Ormelle/PoTavernel.h>
 
 #include "graph/frame/PiClassTable.h"
@@ -6,7 +7,7 @@ PO_KIT_ABSTRACT_SOURCE(PoTavernel)
 
 namespace {
 
-constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel)};
+constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel), PI_CLASS(PoChart)};
 
 }  // namespace
 

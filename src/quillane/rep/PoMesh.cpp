@@ -17,6 +17,7 @@
 #include <Ormelle/PoMeshElement.h>
 
 #include "quillane/emit/PiMeshNodes.h"
+#include "quillane/mesh/PiNodeValues.h"
 #include "quillane/rep/PiMeshBuffers.h"
 #include "quillane/rep/PiMeshInputs.h"
 
@@ -226,10 +227,7 @@ bool PoMesh::hasValuesToColor(const PbMesh* mesh) const {
 }
 
 const float* PoMesh::findNodeValues(const PbMesh& mesh, int index) {
-  if (index < 0 || mesh.getValuesBinding(index) != PbMesh::PER_NODE) return nullptr;
-  // None at all are stored where a mesh class of the application computes its values; such a class knows their number.
-  const int num = mesh.getNumValues(index);
-  return num > 0 && num < mesh.getNumNodes() ? nullptr : mesh.getValuesSet(index);
+  return index < 0 ? nullptr : ::findNodeValues(mesh, index);
 }
 
 void PoMesh::setTextureQuality() {

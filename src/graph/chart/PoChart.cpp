@@ -1,0 +1,77 @@
+#include <Ormelle/PoChart.h>
+
+#include <Inventor/caches/SoCache.h>
+#include <Inventor/misc/SoState.h>
+#include <Ormelle/PoDataMappingElement.h>
+#include <Ormelle/PoMesh1DFilterElement.h>
+#include <Ormelle/PoMesh1DHintsElement.h>
+#include <Ormelle/PoMeshElement.h>
+
+#include "nodes/attribute/PiEnumField.h"
+
+PO_KIT_ABSTRACT_SOURCE(PoChart)
+
+PoChart::PoChart() {
+  PO_KIT_CONSTRUCTOR(PoChart);
+  PO_KIT_DEFINE_ENUM_VALUE(ColorBinding, INHERITED);
+  PO_KIT_DEFINE_ENUM_VALUE(ColorBinding, PER_PART);
+  PO_KIT_DEFINE_ENUM_VALUE(ColorBinding, PER_VERTEX);
+  PO_KIT_DEFINE_ENUM_VALUE(ColorSource, COLOR_MAPPING_SOURCE);
+  PO_KIT_DEFINE_ENUM_VALUE(ColorSource, COLOR_MATERIAL_SOURCE);
+  PO_KIT_DEFINE_ENUM_VALUE(ColorSource, COLOR_NONE_SOURCE);
+  PO_KIT_ADD_FIELD(colorBinding, (INHERITED));
+  PO_KIT_ADD_FIELD(material, (nullptr));
+  PO_KIT_ADD_FIELD(colorValuesIndex, (0));
+  PO_KIT_ADD_FIELD(yValuesIndex, (0));
+  PO_KIT_ADD_FIELD(colorSource, (COLOR_MAPPING_SOURCE));
+  PO_KIT_SET_ENUM_TYPE(colorBinding, ColorBinding);
+  PO_KIT_SET_ENUM_TYPE(colorSource, ColorSource);
+  PO_KIT_CONSTRUCTED(PoChart);
+
+  for (SoField* field :
+       std::initializer_list<SoField*>{&colorBinding, &material, &colorValuesIndex, &yValuesIndex, &colorSource})
+    m_chartFields.append(field);
+  createFieldSensorList(m_chartFields.getLength(), &m_chartSensors);
+}
+
+PoChart::~PoChart() { deleteFieldSensorList(&m_chartSensors); }
+
+PoChart::ColorBinding PoChart::getColorBinding() const { return PiEnumField::get(colorBinding, PER_PART, INHERITED); }
+
+PoChart::ColorSource PoChart::getColorSource() const {
+  return PiEnumField::get(colorSource, COLOR_NONE_SOURCE, COLOR_MATERIAL_SOURCE);
+}
+
+void PoChart::preRebuild() {
+  inherited::preRebuild();
+  if (!isStateValid() || isCacheValid() || !getAllCache()) return;
+  for (const int index : {PoMeshElement::getClassStackIndex(), PoDataMappingElement::getClassStackIndex(),
+                          PoMesh1DFilterElement::getClassStackIndex(), PoMesh1DHintsElement::getClassStackIndex()})
+    if (getState()->isElementEnabled(index)) getAllCache()->addElement(getState()->getConstElement(index));
+}
+
+void PoChart::addElementsAllCaches() {
+  inherited::addElementsAllCaches();
+  PoMeshElement::getMesh1D(getState());
+  PoDataMappingElement::get(getState());
+  PoMesh1DFilterElement::get(getState());
+  PoMesh1DHintsElement::get(getState());
+}
+
+SbBool PoChart::setUpConnections(SbBool onOff, SbBool doItAlways) {
+  if (!doItAlways && onOff == connectionsSetUp) return onOff;
+  if (onOff) {
+    inherited::setUpConnections(onOff, doItAlways);
+    attachFieldSensorList(m_chartSensors, m_chartFields);
+  } else {
+    detachFieldSensorList(m_chartSensors);
+    inherited::setUpConnections(onOff, doItAlways);
+  }
+  connectionsSetUp = onOff;
+  return !onOff;
+}
+
+void PoChart::setDefaultOnNonWritingFields() {
+  inherited::setDefaultOnNonWritingFields();
+  if (getNodeWriteFormat() == WRITE_GEOMETRY) setListFieldsDefault(m_chartFields);
+}

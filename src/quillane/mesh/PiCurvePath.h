@@ -1,0 +1,32 @@
+#ifndef ORMELLE_PICURVEPATH_H
+#define ORMELLE_PICURVEPATH_H
+
+#include <Ormelle/PoMesh1DHints.h>
+
+#include <span>
+#include <vector>
+
+#include "quillane/mesh/PiMaterialMix.h"
+
+/// The polyline that joins nodes as an interpretation says.
+struct PiCurvePath {
+  /// What to make besides the points.
+  struct Wants {
+    bool nodePoints = false;
+    bool mixes = false;
+    bool isPerPart = false;  ///< points between two nodes have the material of the former, unmixed
+  };
+
+  std::vector<float> x, y;
+  /// For each node its point; of an inner node that isn't on the path, where the way from the node before ends.
+  std::vector<int> nodePoints;
+  /// For each point its material, in terms of the nodes.
+  std::vector<PiMaterialMix> mixes;
+
+  /// `x` and `y` have an element for each node. Linear cost. Should an int not count the points, they are joined as by
+  /// `AS_IS`.
+  static PiCurvePath make(PoMesh1DHints::GeomInterpretation interpretation, std::span<const float> x,
+                          std::span<const float> y, const Wants& wants);
+};
+
+#endif
