@@ -30,6 +30,7 @@ template <class Mesh>
 struct MeshSample {
   std::vector<std::vector<float>> arrays;
   std::unique_ptr<Mesh> mesh;
+  std::vector<std::vector<int>> indices = {};
 
   const Mesh* operator->() const { return mesh.get(); }
   Mesh* operator->() { return mesh.get(); }
@@ -42,10 +43,14 @@ struct MeshKind2D {
   std::function<std::unique_ptr<PbMesh2D>(const PbMesh2D&)> copy;
   /// Assigns the second to the first; both are of this kind.
   std::function<void(PbMesh2D&, const PbMesh2D&)> assign;
+  /// How many cells make up a quadrangle of the grid.
+  int numParts = 1;
 };
 struct MeshKind3D {
   std::string name;
   std::function<MeshSample<PbMesh3D>(const BoxSpec&, int isDataDuplicate)> make;
+  /// How many cells make up a hexahedron of the grid.
+  int numParts = 1;
 };
 
 const std::vector<MeshKind2D>& meshKinds2D();
