@@ -33,6 +33,9 @@ class ORMELLE_API PbQuadrangleMesh2D : public PbIndexedMesh2D {
                    const int* const*& cell_nodes) const;
   void getGeometry(int& num_nodes, const float*& x, const float*& y, const float*& z, int& num_cells,
                    const int* const*& cell_nodes) const;
+
+  void meshLines(PoMeshLines* rep) const override;
+  void meshFilled(PoMeshFilled* rep) const override;
 };
 
 #endif

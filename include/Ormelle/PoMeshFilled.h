@@ -4,9 +4,12 @@
 #include <Ormelle/PoMesh2D.h>
 
 class PbCartesianGrid2D;
+class PbIndexedMesh2D;
 class PbParalCartesianGrid2D;
 class PbPolarGrid2D;
+class PbQuadrangleMesh2D;
 class PbRegularCartesianGrid2D;
+class PbTriangleMesh2D;
 
 /// Paints the cells of a two-dimensional mesh, in one colour or by a set of values of its nodes.
 ///
@@ -50,6 +53,9 @@ class ORMELLE_API PoMeshFilled : public PoMesh2D {
   void cartGridFilled(const PbCartesianGrid2D* mesh);
   void paralCartGridFilled(const PbParalCartesianGrid2D* mesh);
   void polarGridFilled(const PbPolarGrid2D* mesh);
+  void indexedMeshFilled(const PbIndexedMesh2D* mesh);
+  void triangleMeshFilled(const PbTriangleMesh2D* mesh);
+  void quadrangleMeshFilled(const PbQuadrangleMesh2D* mesh);
   /// @}
 
  protected:

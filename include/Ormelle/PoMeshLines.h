@@ -4,9 +4,12 @@
 #include <Ormelle/PoMesh2D.h>
 
 class PbCartesianGrid2D;
+class PbIndexedMesh2D;
 class PbParalCartesianGrid2D;
 class PbPolarGrid2D;
+class PbQuadrangleMesh2D;
 class PbRegularCartesianGrid2D;
+class PbTriangleMesh2D;
 
 /// Draws the edges of the cells of a two-dimensional mesh, in one colour or by a set of values of its nodes.
 ///
@@ -44,6 +47,9 @@ class ORMELLE_API PoMeshLines : public PoMesh2D {
   void cartGridLines(const PbCartesianGrid2D* mesh);
   void paralCartGridLines(const PbParalCartesianGrid2D* mesh);
   void polarGridLines(const PbPolarGrid2D* mesh);
+  void indexedLines(const PbIndexedMesh2D* mesh);
+  void triangleLines(const PbTriangleMesh2D* mesh);
+  void quadrangleLines(const PbQuadrangleMesh2D* mesh);
   /// @}
 
  protected:

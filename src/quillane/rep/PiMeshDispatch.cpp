@@ -1,9 +1,12 @@
 // The second half of the double dispatch: each concrete mesh calls the representation back with its own type.
 
 #include <Ormelle/PbCartesianGrid2D.h>
+#include <Ormelle/PbIndexedMesh2D.h>
 #include <Ormelle/PbParalCartesianGrid2D.h>
 #include <Ormelle/PbPolarGrid2D.h>
+#include <Ormelle/PbQuadrangleMesh2D.h>
 #include <Ormelle/PbRegularCartesianGrid2D.h>
+#include <Ormelle/PbTriangleMesh2D.h>
 #include <Ormelle/PoMeshFilled.h>
 #include <Ormelle/PoMeshLines.h>
 
@@ -18,3 +21,12 @@ void PbRegularCartesianGrid2D::meshLines(PoMeshLines* rep) const { rep->regularC
 
 void PbPolarGrid2D::meshFilled(PoMeshFilled* rep) const { rep->polarGridFilled(this); }
 void PbPolarGrid2D::meshLines(PoMeshLines* rep) const { rep->polarGridLines(this); }
+
+void PbIndexedMesh2D::meshFilled(PoMeshFilled* rep) const { rep->indexedMeshFilled(this); }
+void PbIndexedMesh2D::meshLines(PoMeshLines* rep) const { rep->indexedLines(this); }
+
+void PbTriangleMesh2D::meshFilled(PoMeshFilled* rep) const { rep->triangleMeshFilled(this); }
+void PbTriangleMesh2D::meshLines(PoMeshLines* rep) const { rep->triangleLines(this); }
+
+void PbQuadrangleMesh2D::meshFilled(PoMeshFilled* rep) const { rep->quadrangleMeshFilled(this); }
+void PbQuadrangleMesh2D::meshLines(PoMeshLines* rep) const { rep->quadrangleLines(this); }

@@ -14,6 +14,7 @@
 
 #include "quillane/emit/PiFilledBuilder.h"
 #include "quillane/rep/PiMeshScratch.h"
+#include "quillane/view/PiIndexedView2D.h"
 
 PO_KIT_SOURCE(PoMeshFilled)
 
@@ -104,3 +105,6 @@ void PoMeshFilled::regularCartGridFilled(const PbRegularCartesianGrid2D* mesh) {
 void PoMeshFilled::cartGridFilled(const PbCartesianGrid2D* mesh) { fill(*mesh); }
 void PoMeshFilled::paralCartGridFilled(const PbParalCartesianGrid2D* mesh) { fill(*mesh); }
 void PoMeshFilled::polarGridFilled(const PbPolarGrid2D* mesh) { fill(*mesh); }
+void PoMeshFilled::indexedMeshFilled(const PbIndexedMesh2D* mesh) { fill(*mesh); }
+void PoMeshFilled::triangleMeshFilled(const PbTriangleMesh2D* mesh) { fill(*mesh); }
+void PoMeshFilled::quadrangleMeshFilled(const PbQuadrangleMesh2D* mesh) { fill(*mesh); }

@@ -7,6 +7,7 @@
 
 #include "quillane/emit/PiLinesBuilder.h"
 #include "quillane/rep/PiMeshScratch.h"
+#include "quillane/view/PiIndexedView2D.h"
 
 PO_KIT_SOURCE(PoMeshLines)
 
@@ -58,3 +59,6 @@ void PoMeshLines::regularCartGridLines(const PbRegularCartesianGrid2D* mesh) { d
 void PoMeshLines::cartGridLines(const PbCartesianGrid2D* mesh) { drawLines(*mesh); }
 void PoMeshLines::paralCartGridLines(const PbParalCartesianGrid2D* mesh) { drawLines(*mesh); }
 void PoMeshLines::polarGridLines(const PbPolarGrid2D* mesh) { drawLines(*mesh); }
+void PoMeshLines::indexedLines(const PbIndexedMesh2D* mesh) { drawLines(*mesh); }
+void PoMeshLines::triangleLines(const PbTriangleMesh2D* mesh) { drawLines(*mesh); }
+void PoMeshLines::quadrangleLines(const PbQuadrangleMesh2D* mesh) { drawLines(*mesh); }
