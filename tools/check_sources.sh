@@ -59,6 +59,10 @@ awk 'FNR == 1 { template = 0 }
 search '#include ("|<)(\.\./|src/|graph/|quillane/|nodes/)' 'include/*' |
   breach "A public header may include only <Ormelle/...>, the toolkit and the standard library:"
 
+example=$(sed -n '/^```cpp$/,/^```$/p' README.md | sed '1d;$d')
+[ -n "$example" ] && [[ $(<tests/install/consumer/consumer.cpp) == *"$example"* ]] ||
+  echo "README.md" | breach "The example isn't the code that tests/install/consumer/consumer.cpp compiles:"
+
 # Layers: what stands left may not include what stands right of it.
 layer() {
   local folder=$1 pattern=$2
