@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iomanip>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -129,18 +131,7 @@ void writeEntry(std::ostream& out, const Entry& entry) {
       << ".cpp</code></dd>\n</dl>\n</div>\n</article>\n";
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: gallery_index FOLDER\n");
-    return 2;
-  }
-  const std::filesystem::path folder = argv[1];
-  if (!std::filesystem::is_directory(folder)) {
-    std::fprintf(stderr, "%s is no folder.\n", argv[1]);
-    return 1;
-  }
+void writePage(const std::filesystem::path& folder) {
   const std::vector<Entry> entries = readEntries(folder);
   std::ostringstream page;
   page << kHead << "<header>\n<h1>Ormelle gallery</h1>\n<p>" << entries.size()
@@ -148,9 +139,22 @@ int main(int argc, char** argv) {
   for (const Entry& entry : entries) writeEntry(page, entry);
   page << "</main>\n<footer>\n<p>Notices and licences of the data are in <code>data/README.md</code>.</p>\n"
           "</footer>\n</body>\n</html>\n";
-  std::ofstream out(folder / "index.html", std::ios::binary);
-  if (!(out << page.str()) || !out.flush()) {
-    std::fprintf(stderr, "%s can't be written.\n", (folder / "index.html").c_str());
+  const std::filesystem::path file = folder / "index.html";
+  std::ofstream out(file, std::ios::binary);
+  if (!(out << page.str()) || !out.flush()) throw std::runtime_error(file.string() + " can't be written");
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: gallery_index FOLDER\n");
+    return 2;
+  }
+  try {
+    writePage(argv[1]);
+  } catch (const std::exception& problem) {
+    std::fprintf(stderr, "%s.\n", problem.what());
     return 1;
   }
   return 0;

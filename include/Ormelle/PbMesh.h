@@ -134,8 +134,8 @@ class ORMELLE_API PbMesh : public PbBase {
   /// Binding of a set; `PER_NODE` for an unknown index.
   DataBinding getValuesBinding(int set_index) const;
   DataBinding getVecsBinding(int set_index) const;
-  /// How many values were stored in a set; 0 for an unknown index or a set without data. A set that a borrowing mesh got
-  /// before its nodes or cells changed in number differs from them.
+  /// How many values were stored in a set; 0 for an unknown index or a set without data. A set that a borrowing mesh
+  /// got before its nodes or cells changed in number differs from them.
   int getNumValues(int set_index) const;
   /// Id of the data of a set, new each time data are stored; 0xFFFFFFFF for an unknown index.
   unsigned int getFltDataSetId(int set_index) const;

@@ -5,7 +5,8 @@
 /// What PoSubNode.h is for attribute nodes, for representation kits: a catalog of parts comes with the class data.
 ///
 /// A kit class writes `PO_KIT_HEADER(Class, Parent)` first in its body, declares each part of its own with
-/// `PO_KIT_CATALOG_ENTRY_HEADER(name)`, and writes `PO_KIT_SOURCE(Class)` once in its source file. Its constructor reads
+/// `PO_KIT_CATALOG_ENTRY_HEADER(name)`, and writes `PO_KIT_SOURCE(Class)` once in its source file. Its constructor
+/// reads
 /// @code
 /// PoSpiral::PoSpiral() {
 ///   PO_KIT_CONSTRUCTOR(PoSpiral);
@@ -21,16 +22,16 @@
 
 #include <Ormelle/PoSubNode.h>
 
-#define PO_PRIVATE_KIT_HEADER(Class)                               \
- public:                                                           \
-  static const SoNodekitCatalog* getClassNodekitCatalog();         \
-  const SoNodekitCatalog* getNodekitCatalog() const override;      \
-                                                                   \
- protected:                                                        \
-  static const SoNodekitCatalog** getClassNodekitCatalogPtr();     \
-                                                                   \
- private:                                                          \
-  static SoNodekitCatalog* nodekitCatalog;                         \
+#define PO_PRIVATE_KIT_HEADER(Class)                           \
+ public:                                                       \
+  static const SoNodekitCatalog* getClassNodekitCatalog();     \
+  const SoNodekitCatalog* getNodekitCatalog() const override;  \
+                                                               \
+ protected:                                                    \
+  static const SoNodekitCatalog** getClassNodekitCatalogPtr(); \
+                                                               \
+ private:                                                      \
+  static SoNodekitCatalog* nodekitCatalog;                     \
   static const SoNodekitCatalog** parentNodekitCatalogPtr
 
 #define PO_KIT_ABSTRACT_HEADER(Class, Parent) \
@@ -46,50 +47,50 @@
  protected:                               \
   SoSFNode part
 
-#define PO_PRIVATE_KIT_REGISTRATION(Class, Create)                                         \
-  PO_PRIVATE_NODE_STATICS(Class)                                                           \
-  SoNodekitCatalog* Class::nodekitCatalog = nullptr;                                       \
-  const SoNodekitCatalog** Class::parentNodekitCatalogPtr = nullptr;                       \
-  const SoNodekitCatalog* Class::getClassNodekitCatalog() { return nodekitCatalog; }       \
-  const SoNodekitCatalog* Class::getNodekitCatalog() const { return nodekitCatalog; }      \
-  const SoNodekitCatalog** Class::getClassNodekitCatalogPtr() {                            \
-    return const_cast<const SoNodekitCatalog**>(&nodekitCatalog);                          \
-  }                                                                                        \
-  void Class::initClass() {                                                                \
-    SbThreadAutoLock lock(&classMutex);                                                    \
-    if (classTypeId != SoType::badType()) return;                                          \
-    PO_PRIVATE_INIT_CLASS(Class, Create);                                                  \
-    parentNodekitCatalogPtr = inherited::getClassNodekitCatalogPtr();                      \
-  }                                                                                        \
-  void Class::exitClass() {                                                                \
-    SbThreadAutoLock lock(&classMutex);                                                    \
-    if (classTypeId == SoType::badType()) return;                                          \
-    PO_PRIVATE_EXIT_CLASS(Class);                                                          \
-    delete nodekitCatalog;                                                                 \
-    nodekitCatalog = nullptr;                                                              \
-    parentNodekitCatalogPtr = nullptr;                                                     \
+#define PO_PRIVATE_KIT_REGISTRATION(Class, Create)                                    \
+  PO_PRIVATE_NODE_STATICS(Class)                                                      \
+  SoNodekitCatalog* Class::nodekitCatalog = nullptr;                                  \
+  const SoNodekitCatalog** Class::parentNodekitCatalogPtr = nullptr;                  \
+  const SoNodekitCatalog* Class::getClassNodekitCatalog() { return nodekitCatalog; }  \
+  const SoNodekitCatalog* Class::getNodekitCatalog() const { return nodekitCatalog; } \
+  const SoNodekitCatalog** Class::getClassNodekitCatalogPtr() {                       \
+    return const_cast<const SoNodekitCatalog**>(&nodekitCatalog);                     \
+  }                                                                                   \
+  void Class::initClass() {                                                           \
+    SbThreadAutoLock lock(&classMutex);                                               \
+    if (classTypeId != SoType::badType()) return;                                     \
+    PO_PRIVATE_INIT_CLASS(Class, Create);                                             \
+    parentNodekitCatalogPtr = inherited::getClassNodekitCatalogPtr();                 \
+  }                                                                                   \
+  void Class::exitClass() {                                                           \
+    SbThreadAutoLock lock(&classMutex);                                               \
+    if (classTypeId == SoType::badType()) return;                                     \
+    PO_PRIVATE_EXIT_CLASS(Class);                                                     \
+    delete nodekitCatalog;                                                            \
+    nodekitCatalog = nullptr;                                                         \
+    parentNodekitCatalogPtr = nullptr;                                                \
   }
 
-#define PO_KIT_SOURCE(Class)                                  \
-  PO_PRIVATE_KIT_REGISTRATION(Class, &Class::createInstance)  \
+#define PO_KIT_SOURCE(Class)                                 \
+  PO_PRIVATE_KIT_REGISTRATION(Class, &Class::createInstance) \
   void* Class::createInstance() { return new Class; }
 
 #define PO_KIT_ABSTRACT_SOURCE(Class) PO_PRIVATE_KIT_REGISTRATION(Class, nullptr)
 
 /// Opens the constructor of a kit class. The class mutex is held to the end of the constructor.
-#define PO_KIT_CONSTRUCTOR(Class)                                                                 \
-  PO_NODE_CONSTRUCTOR(Class);                                                                     \
+#define PO_KIT_CONSTRUCTOR(Class) \
+  PO_NODE_CONSTRUCTOR(Class);     \
   if (!nodekitCatalog) nodekitCatalog = (*parentNodekitCatalogPtr)->clone(classTypeId)
 
 /// Adds a part below `parent` (an identifier, or `this`). It is null by default, public, not a list, and stands
 /// behind the parts added before it.
-#define PO_KIT_ADD_CATALOG_ENTRY(part, PartClass, parent)                                                     \
-  do {                                                                                                        \
-    if (firstInstance && !nodekitCatalog->addEntry(#part, PartClass::getClassTypeId(),                        \
-                                                   PartClass::getClassTypeId(), TRUE, #parent, "", FALSE,     \
-                                                   SoType::badType(), SoType::badType(), TRUE))               \
-      this->catalogError();                                                                                   \
-    PO_NODE_ADD_FIELD(part, (nullptr));                                                                       \
+#define PO_KIT_ADD_CATALOG_ENTRY(part, PartClass, parent)                                                             \
+  do {                                                                                                                \
+    if (firstInstance &&                                                                                              \
+        !nodekitCatalog->addEntry(#part, PartClass::getClassTypeId(), PartClass::getClassTypeId(), TRUE, #parent, "", \
+                                  FALSE, SoType::badType(), SoType::badType(), TRUE))                                 \
+      this->catalogError();                                                                                           \
+    PO_NODE_ADD_FIELD(part, (nullptr));                                                                               \
   } while (0)
 
 #define PO_KIT_ADD_FIELD(field, defaultValue) PO_NODE_ADD_FIELD(field, defaultValue)

@@ -54,89 +54,89 @@
  public:                                  \
   static void* createInstance()
 
-#define PO_PRIVATE_NODE_STATICS(Class)                                                                    \
-  SoType Class::classTypeId;                                                                              \
-  SoFieldData* Class::fieldData = nullptr;                                                                \
-  const SoFieldData** Class::parentFieldData = nullptr;                                                   \
-  int Class::firstInstance = 1;                                                                           \
-  SbThreadMutex Class::classMutex;                                                                        \
-  SoType Class::getClassTypeId() { return classTypeId; }                                                  \
-  SoType Class::getTypeId() const { return classTypeId; }                                                 \
-  const SoFieldData** Class::getFieldDataPtr() { return const_cast<const SoFieldData**>(&fieldData); }    \
+#define PO_PRIVATE_NODE_STATICS(Class)                                                                 \
+  SoType Class::classTypeId;                                                                           \
+  SoFieldData* Class::fieldData = nullptr;                                                             \
+  const SoFieldData** Class::parentFieldData = nullptr;                                                \
+  int Class::firstInstance = 1;                                                                        \
+  SbThreadMutex Class::classMutex;                                                                     \
+  SoType Class::getClassTypeId() { return classTypeId; }                                               \
+  SoType Class::getTypeId() const { return classTypeId; }                                              \
+  const SoFieldData** Class::getFieldDataPtr() { return const_cast<const SoFieldData**>(&fieldData); } \
   const SoFieldData* Class::getFieldData() const { return fieldData; }
 
 // Registration shared by nodes and kits; the class mutex is held.
-#define PO_PRIVATE_INIT_CLASS(Class, Create)                                                              \
-  if (inherited::getClassTypeId() == SoType::badType()) inherited::initClass();                           \
-  classTypeId = SoType::createType(inherited::getClassTypeId(), #Class, Create,                           \
-                                   static_cast<uint16_t>(SoNode::getNextActionMethodIndex()));            \
-  if (!parentFieldData) SoNode::incNextActionMethodIndex();                                               \
+#define PO_PRIVATE_INIT_CLASS(Class, Create)                                                   \
+  if (inherited::getClassTypeId() == SoType::badType()) inherited::initClass();                \
+  classTypeId = SoType::createType(inherited::getClassTypeId(), #Class, Create,                \
+                                   static_cast<uint16_t>(SoNode::getNextActionMethodIndex())); \
+  if (!parentFieldData) SoNode::incNextActionMethodIndex();                                    \
   parentFieldData = inherited::getFieldDataPtr()
 
-#define PO_PRIVATE_EXIT_CLASS(Class)           \
-  SoType::removeType(classTypeId.getName());   \
-  classTypeId = SoType::badType();             \
-  delete fieldData;                            \
-  fieldData = nullptr;                         \
-  parentFieldData = nullptr;                   \
+#define PO_PRIVATE_EXIT_CLASS(Class)         \
+  SoType::removeType(classTypeId.getName()); \
+  classTypeId = SoType::badType();           \
+  delete fieldData;                          \
+  fieldData = nullptr;                       \
+  parentFieldData = nullptr;                 \
   firstInstance = 1
 
-#define PO_PRIVATE_NODE_REGISTRATION(Class, Create)       \
-  PO_PRIVATE_NODE_STATICS(Class)                          \
-  void Class::initClass() {                               \
-    SbThreadAutoLock lock(&classMutex);                   \
-    if (classTypeId != SoType::badType()) return;         \
-    PO_PRIVATE_INIT_CLASS(Class, Create);                 \
-  }                                                       \
-  void Class::exitClass() {                               \
-    SbThreadAutoLock lock(&classMutex);                   \
-    if (classTypeId == SoType::badType()) return;         \
-    PO_PRIVATE_EXIT_CLASS(Class);                         \
+#define PO_PRIVATE_NODE_REGISTRATION(Class, Create) \
+  PO_PRIVATE_NODE_STATICS(Class)                    \
+  void Class::initClass() {                         \
+    SbThreadAutoLock lock(&classMutex);             \
+    if (classTypeId != SoType::badType()) return;   \
+    PO_PRIVATE_INIT_CLASS(Class, Create);           \
+  }                                                 \
+  void Class::exitClass() {                         \
+    SbThreadAutoLock lock(&classMutex);             \
+    if (classTypeId == SoType::badType()) return;   \
+    PO_PRIVATE_EXIT_CLASS(Class);                   \
   }
 
-#define PO_NODE_SOURCE(Class)                              \
+#define PO_NODE_SOURCE(Class)                                 \
   PO_PRIVATE_NODE_REGISTRATION(Class, &Class::createInstance) \
   void* Class::createInstance() { return new Class; }
 
 #define PO_NODE_ABSTRACT_SOURCE(Class) PO_PRIVATE_NODE_REGISTRATION(Class, nullptr)
 
 /// Opens the constructor of a node class. The class mutex is held to the end of the constructor.
-#define PO_NODE_CONSTRUCTOR(Class)                                                               \
-  SbThreadAutoLock poConstructorLock(&classMutex);                                               \
-  if (!fieldData) fieldData = new SoFieldData(parentFieldData ? *parentFieldData : nullptr);     \
+#define PO_NODE_CONSTRUCTOR(Class)                                                           \
+  SbThreadAutoLock poConstructorLock(&classMutex);                                           \
+  if (!fieldData) fieldData = new SoFieldData(parentFieldData ? *parentFieldData : nullptr); \
   this->isBuiltIn = FALSE
 
 /// Gives a field its default, in parentheses, and makes it known to the class.
-#define PO_NODE_ADD_FIELD(field, defaultValue)                           \
-  do {                                                                   \
-    this->field.setValue defaultValue;                                   \
-    this->field.setContainer(this);                                      \
-    if (firstInstance) fieldData->addField(this, #field, &this->field);  \
+#define PO_NODE_ADD_FIELD(field, defaultValue)                          \
+  do {                                                                  \
+    this->field.setValue defaultValue;                                  \
+    this->field.setContainer(this);                                     \
+    if (firstInstance) fieldData->addField(this, #field, &this->field); \
   } while (0)
 
 /// The same for a multiple-value field, which starts empty.
-#define PO_NODE_ADD_EMPTY_MFIELD(field)                                  \
-  do {                                                                   \
-    this->field.setNum(0);                                               \
-    this->field.setContainer(this);                                      \
-    this->field.setDefault(TRUE);                                        \
-    if (firstInstance) fieldData->addField(this, #field, &this->field);  \
+#define PO_NODE_ADD_EMPTY_MFIELD(field)                                 \
+  do {                                                                  \
+    this->field.setNum(0);                                              \
+    this->field.setContainer(this);                                     \
+    this->field.setDefault(TRUE);                                       \
+    if (firstInstance) fieldData->addField(this, #field, &this->field); \
   } while (0)
 
 /// Names one value of an enumeration, for the fields of that enumeration.
-#define PO_NODE_DEFINE_ENUM_VALUE(EnumType, value)                                       \
-  do {                                                                                   \
+#define PO_NODE_DEFINE_ENUM_VALUE(EnumType, value)                                          \
+  do {                                                                                      \
     if (firstInstance) fieldData->addEnumValue(#EnumType, #value, static_cast<int>(value)); \
   } while (0)
 
 /// Binds an enumeration field (`SoSFEnum`, `SoMFEnum`, `SoSFBitMask`) to its enumeration.
-#define PO_NODE_SET_ENUM_TYPE(field, EnumType)                              \
-  do {                                                                      \
-    int poNum;                                                              \
-    const int* poValues;                                                    \
-    const SbName* poNames;                                                  \
-    fieldData->getEnumData(#EnumType, poNum, poValues, poNames);            \
-    this->field.setEnums(poNum, poValues, poNames);                         \
+#define PO_NODE_SET_ENUM_TYPE(field, EnumType)                   \
+  do {                                                           \
+    int poNum;                                                   \
+    const int* poValues;                                         \
+    const SbName* poNames;                                       \
+    fieldData->getEnumData(#EnumType, poNum, poValues, poNames); \
+    this->field.setEnums(poNum, poValues, poNames);              \
   } while (0)
 
 /// Closes the part of the constructor that fills class data.

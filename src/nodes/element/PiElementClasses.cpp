@@ -24,18 +24,18 @@ struct ElementClass {
 };
 
 template <class Element>
-constexpr ElementClass classOf() {
+constexpr ElementClass elementClass() {
   return {&Element::initClass, &Element::exitClass};
 }
 
 constexpr ElementClass kElements[] = {
-    classOf<PoDomainElement>(),        classOf<PoNumericDisplayFormatElement>(),
-    classOf<PoIsovaluesListElement>(), classOf<PoDateFormatMappingElement>(),
-    classOf<PoMiscTextAttrElement>(),  classOf<PoDataMappingElement>(),
-    classOf<PoCellFilterElement>(),    classOf<PoMeshElement>(),
-    classOf<PoBevelEdgeElement>(),     classOf<PoMesh1DFilterElement>(),
-    classOf<PoMesh1DHintsElement>(),   classOf<PoProfileElement>(),
-    classOf<PoLabelHintsElement>(),
+    elementClass<PoDomainElement>(),        elementClass<PoNumericDisplayFormatElement>(),
+    elementClass<PoIsovaluesListElement>(), elementClass<PoDateFormatMappingElement>(),
+    elementClass<PoMiscTextAttrElement>(),  elementClass<PoDataMappingElement>(),
+    elementClass<PoCellFilterElement>(),    elementClass<PoMeshElement>(),
+    elementClass<PoBevelEdgeElement>(),     elementClass<PoMesh1DFilterElement>(),
+    elementClass<PoMesh1DHintsElement>(),   elementClass<PoProfileElement>(),
+    elementClass<PoLabelHintsElement>(),
 };
 
 }  // namespace

@@ -3,7 +3,7 @@
 SbVec3f* PiMeshBuffers::vectors(int count) {
   if (count < 1) return nullptr;
   if (count > m_vectorCapacity) {
-    m_vectors.reset(new SbVec3f[static_cast<std::size_t>(count)]);
+    m_vectors = std::make_unique<SbVec3f[]>(static_cast<std::size_t>(count));
     m_vectorCapacity = count;
   }
   return m_vectors.get();
