@@ -107,8 +107,9 @@ class PiBoxTree::Builder {
 
   void makeLeaf(std::size_t node, std::size_t begin, std::size_t end, const std::array<unsigned, 3>& low,
                 const std::array<unsigned, 3>& bits) {
-    m_tree.m_nodes[node] = {static_cast<std::uint32_t>(m_tree.m_numbers.size()),
+    m_tree.m_nodes[node] = {static_cast<std::uint32_t>(m_tree.m_entries.size()),
                             static_cast<std::uint32_t>(end - begin)};
+    auto& entries = m_tree.m_entries;
     for (std::size_t e = begin; e < end; ++e) {
       const UnitBox& box = m_boxes[m_lists[e]];
       std::uint64_t packed = 0;
@@ -117,9 +118,11 @@ class PiBoxTree::Builder {
         const unsigned min = std::max<unsigned>(box.min[a], low[a]), max = std::min<unsigned>(box.max[a], last);
         packed |= inLeaf(min - low[a], bits[a]) << (8 * a) | (127U - inLeaf(max - low[a], bits[a])) << (8 * a + 24);
       }
-      m_tree.m_boxes.push_back(packed);
-      m_tree.m_numbers.push_back(m_lists[e]);
+      std::uint32_t words[2];
+      std::memcpy(words, &packed, sizeof packed);
+      entries.insert(entries.end(), words, words + 2);
     }
+    for (std::size_t e = begin; e < end; ++e) entries.push_back(static_cast<std::uint32_t>(m_lists[e]));
   }
 
   PiBoxTree& m_tree;
@@ -138,10 +141,8 @@ void PiBoxTree::setDomain(const Box& domain) {
 
 void PiBoxTree::buildNodes(const std::vector<UnitBox>& boxes, const std::vector<int>& numbers) {
   m_nodes.assign(1, Node());
-  m_boxes.clear();
-  m_numbers.clear();
+  m_entries.clear();
   // What cells of a common shape come to; memory that is reserved and not touched costs nothing.
-  m_boxes.reserve(numbers.size() * 6);
-  m_numbers.reserve(numbers.size() * 6);
+  m_entries.reserve(numbers.size() * 9);
   Builder(*this, boxes, numbers).build(0, 0, numbers.size(), {0, 0, 0}, {kBits, kBits, kBits}, 1);
 }

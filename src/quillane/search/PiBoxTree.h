@@ -1,9 +1,11 @@
 #ifndef ORMELLE_PIBOXTREE_H
 #define ORMELLE_PIBOXTREE_H
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <vector>
 
 /// Finds the boxes that hold a point: an octree over numbered boxes.
@@ -51,30 +53,35 @@ class PiBoxTree {
     const Node* node = m_nodes.data();
     while (node->isSplit()) node = &m_nodes[node->first + childOf(node->splitAxes(), p, bits)];
     const std::uint64_t place = packPlace(p, bits);
-    const std::size_t end = node->first + node->num();
-    for (std::size_t e = node->first; e < end; ++e)
-      if (isInside(place, m_boxes[e]) && accept(m_numbers[e])) return m_numbers[e];
+    const std::uint32_t num = node->num();
+    const std::uint32_t* boxes = m_entries.data() + node->first;
+    const std::uint32_t* numbers = boxes + 2 * std::size_t(num);
+    for (std::uint32_t line = 0; line < std::min(3 * num, 256U); line += 16) __builtin_prefetch(boxes + line);
+    for (std::uint32_t e = 0; e < num; ++e) {
+      std::uint64_t box;
+      std::memcpy(&box, boxes + 2 * std::size_t(e), sizeof box);
+      if (!isInside(place, box)) continue;
+      const int number = static_cast<int>(numbers[e]);
+      if (accept(number)) return number;
+    }
     return -1;
   }
 
-  std::size_t numEntries() const { return m_numbers.size(); }
+  std::size_t numEntries() const { return m_entries.size() / 3; }
   std::size_t numNodes() const { return m_nodes.size(); }
-  std::size_t memorySize() const {
-    return m_nodes.capacity() * sizeof(Node) + m_boxes.capacity() * sizeof(m_boxes[0]) +
-           m_numbers.capacity() * sizeof(m_numbers[0]);
-  }
+  std::size_t memorySize() const { return m_nodes.size() * sizeof(Node) + m_entries.size() * sizeof(m_entries[0]); }
 
  private:
-  static constexpr unsigned kBits = 16;     // of a coordinate
-  static constexpr unsigned kBoxBits = 7;   // of a coordinate of a box in a leaf
-  static constexpr int kLeafCapacity = 40;  // a larger leaf is split, if that separates its boxes
+  static constexpr unsigned kBits = 16;      // of a coordinate
+  static constexpr unsigned kBoxBits = 7;    // of a coordinate of a box in a leaf
+  static constexpr int kLeafCapacity = 100;  // a larger leaf is split, if that separates its boxes
   static constexpr float kMaxGrowth = 12;
   static constexpr float kMaxShare = 0.6F;  // of boxes on both sides, for an axis to be worth a split
 
   struct UnitBox {
     std::uint16_t min[3], max[3];
   };
-  // Inner node: index of the first child, and the axes as bits. Leaf: index of the first entry, and their number.
+  // Inner node: index of the first child, and the axes as bits. Leaf: where its entries start, and their number.
   struct Node {
     static constexpr std::uint32_t kSplit = 0x80000000U;
     std::uint32_t first = 0;
@@ -123,8 +130,9 @@ class PiBoxTree {
   double m_min[3] = {0, 0, 0};
   double m_scale[3] = {0, 0, 0};
   std::vector<Node> m_nodes;
-  std::vector<std::uint64_t> m_boxes;  // of the leaves' entries
-  std::vector<int> m_numbers;
+  // Leaf after leaf: the packed boxes, two words each, then the numbers. Behind each other they cost one miss of the
+  // cache, not two.
+  std::vector<std::uint32_t> m_entries;
 };
 
 #endif

@@ -34,8 +34,6 @@ class PiCellOctree {
   const PiBoxTree& tree() const { return m_tree; }
 
  private:
-  bool boxOf(const PbMesh& mesh, int index, PiBoxTree::Box& box) const;
-
   Kind m_kind;
   bool m_isBuilt = false;
   unsigned int m_geometryId = 0;

@@ -1,0 +1,16 @@
+#ifndef ORMELLE_PICELLBOX_H
+#define ORMELLE_PICELLBOX_H
+
+#include "quillane/search/PiBoxTree.h"
+
+class PbCell;
+
+/// Boxes round all points that the location in a cell accepts with the given tolerance, rounding included. They return
+/// false for a cell that accepts no point, since a coordinate isn't finite.
+/// @{
+bool findVolumeCellBox(const PbCell& cell, double tolerance, PiBoxTree::Box& box);
+/// Surface cells also accept points off the surface: any z if all nodes have one z, else what is near along the normal.
+bool findSurfaceCellBox(const PbCell& cell, double tolerance, PiBoxTree::Box& box);
+/// @}
+
+#endif
