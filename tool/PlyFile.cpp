@@ -85,7 +85,7 @@ uint32_t PlyMesh::vertexOf(const Vertex& vertex) {
   if (vertex.coordinate < 0) {
     std::array<uint32_t, 3> place{};
     for (std::size_t axis = 0; axis < 3; ++axis)
-      place[axis] = std::bit_cast<uint32_t>(static_cast<float>(vertex.position[axis]));
+      place[axis] = std::bit_cast<uint32_t>(static_cast<float>(vertex.position[axis]) + 0.0f);  // -0 is 0
     return storeOnce({m_shape, vertex.color, place}, vertex);
   }
   const auto coordinate = static_cast<std::size_t>(vertex.coordinate);

@@ -34,6 +34,7 @@ class CornerFinder {
     m_coordinates = coordinates;
     m_known.clear();
     m_face = nullptr;
+    m_lineEnd = -1;
   }
 
   int find(const SoPrimitiveVertex& vertex) {
@@ -42,9 +43,13 @@ class CornerFinder {
     if (detail->isOfType(SoFaceDetail::getClassTypeId()))
       return findInFace(static_cast<const SoFaceDetail*>(detail), vertex.getPoint());
     if (detail->isOfType(SoLineDetail::getClassTypeId())) {
+      // Along a polyline, the toolkit keeps telling its first vertex as the start of each segment.
       const auto* line = static_cast<const SoLineDetail*>(detail);
-      for (const SoPointDetail* end : {line->getPoint0(), line->getPoint1()})
-        if (standsAt(end->getCoordinateIndex(), vertex.getPoint())) return end->getCoordinateIndex();
+      const int end = line->getPoint1()->getCoordinateIndex();
+      const int candidates[] = {line->getPoint0()->getCoordinateIndex(), end, m_lineEnd};
+      m_lineEnd = end;
+      for (const int index : candidates)
+        if (standsAt(index, vertex.getPoint())) return index;
       return -1;
     }
     if (detail->isOfType(SoPointDetail::getClassTypeId())) {
@@ -112,6 +117,7 @@ class CornerFinder {
   const SoCoordinateElement* m_coordinates = nullptr;
   const SoFaceDetail* m_face = nullptr;
   FaceKey m_faceKey{};
+  int m_lineEnd = -1;
   std::unordered_map<Key, int, Hash> m_known;
 };
 

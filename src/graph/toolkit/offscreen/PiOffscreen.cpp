@@ -1,7 +1,7 @@
 #include "graph/toolkit/offscreen/PiOffscreen.h"
 
 #include <Inventor/errors/SoDebugError.h>
-#include <Inventor/nodes/SoCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/system/gl.h>
 
 #include <algorithm>
@@ -52,6 +52,20 @@ class CurrentContext {
  private:
   PiGlContext& m_context;
   bool m_isCurrent;
+};
+
+// A render cache round a camera would keep the shift of the sample that made it: none may be used or made then.
+class WithoutRenderCaches {
+ public:
+  explicit WithoutRenderCaches(bool isNeeded) : m_number(SoSeparator::getNumRenderCaches()) {
+    if (isNeeded) SoSeparator::setNumRenderCaches(0);
+  }
+  ~WithoutRenderCaches() { SoSeparator::setNumRenderCaches(m_number); }
+  WithoutRenderCaches(const WithoutRenderCaches&) = delete;
+  WithoutRenderCaches& operator=(const WithoutRenderCaches&) = delete;
+
+ private:
+  int m_number;
 };
 
 // Sample `index` of `count` in a pixel, -0.5 to 0.5: a Hammersley set, whose points all differ in x and in y, so that
@@ -126,13 +140,13 @@ void PiOffscreen::drawStaged(SoNode* scene) {
     stage.addCamera(m_viewpoint ? *m_viewpoint : stage.usualViewpoint());
   else
     stage.setDepthLimits();
-  m_action->setOnlyCamera(stage.camera());
 
   const CurrentContext current(*m_context);
   if (!current.isCurrent()) {
     m_error = "the OpenGL context was lost";
     return;
   }
+  const WithoutRenderCaches caching(m_samples > 1 && !stage.camera());
   Sums first;
   if (m_opacity < 1.0f) {
     Sums second;

@@ -1,7 +1,6 @@
 #include "graph/toolkit/offscreen/PiPictureAction.h"
 
-#include <Inventor/elements/SoCacheElement.h>
-#include <Inventor/nodes/SoCamera.h>
+#include <Inventor/SbVec3f.h>
 #include <Inventor/system/gl.h>
 
 SO_ELEMENT_SOURCE(PiShiftedProjectionElement);
@@ -39,7 +38,6 @@ void PiPictureAction::initClass() {
   PiShiftedProjectionElement::initClass();
   SO_ACTION_INIT_CLASS(PiPictureAction, SoGLRenderAction);
   enableElement(PiShiftedProjectionElement::getClassTypeId(), PiShiftedProjectionElement::getClassStackIndex());
-  addMethod(SoCamera::getClassTypeId(), &PiPictureAction::drawCamera);
 }
 
 PiPictureAction::PiPictureAction(const SbViewportRegion& viewport) : SoGLRenderAction(viewport) {
@@ -47,11 +45,3 @@ PiPictureAction::PiPictureAction(const SbViewportRegion& viewport) : SoGLRenderA
 }
 
 PiPictureAction::~PiPictureAction() = default;
-
-void PiPictureAction::drawCamera(SoAction* action, SoNode* node) {
-  const auto* self = static_cast<PiPictureAction*>(action);
-  if (self->m_onlyCamera && self->m_onlyCamera != node) return;
-  // A render cache round a camera would keep the shift of the pass that made it.
-  SoCacheElement::invalidate(action->getState());
-  node->GLRender(static_cast<SoGLRenderAction*>(action));
-}

@@ -5,8 +5,6 @@
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/elements/SoGLProjectionMatrixElement.h>
 
-class SoCamera;
-
 /// Shifts everything that is projected by a fraction of a pixel, in OpenGL only: what places itself in whole pixels by
 /// the matrices of the state (bitmap text, markers) stays where it is and so stays sharp.
 class PiShiftedProjectionElement : public SoGLProjectionMatrixElement {
@@ -29,8 +27,7 @@ class PiShiftedProjectionElement : public SoGLProjectionMatrixElement {
   static SbVec2f s_shift;
 };
 
-/// The render action of pictures: it can shift by parts of a pixel between passes, and can be told to look through one
-/// camera whatever other cameras stand in the scene.
+/// The render action of pictures: SoGLRenderAction with a projection that can be shifted between passes.
 class PiPictureAction : public SoGLRenderAction {
   SO_ACTION_HEADER(PiPictureAction);
 
@@ -40,14 +37,6 @@ class PiPictureAction : public SoGLRenderAction {
 
   explicit PiPictureAction(const SbViewportRegion& viewport);
   ~PiPictureAction() override;
-
-  /// Null, as at first: every camera counts.
-  void setOnlyCamera(const SoCamera* camera) { m_onlyCamera = camera; }
-
- private:
-  static void drawCamera(SoAction* action, SoNode* node);
-
-  const SoCamera* m_onlyCamera = nullptr;
 };
 
 #endif

@@ -3,10 +3,13 @@
 #include <Inventor/SbBox3f.h>
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbRotation.h>
+#include <Inventor/SoFullPath.h>
 #include <Inventor/SoPrimitiveVertex.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/nodekits/SoBaseKit.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
+#include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -115,8 +118,7 @@ PiStage::PiStage(SoNode* scene, const SbViewportRegion& viewport)
   look.addPreCallback(
       SoCamera::getClassTypeId(),
       [](void* self, SoCallbackAction* action, const SoNode* node) {
-        auto* camera = const_cast<SoCamera*>(static_cast<const SoCamera*>(node));
-        static_cast<PiStage*>(self)->m_cameras.push_back({camera, action->getModelMatrix()});
+        static_cast<PiStage*>(self)->noteCamera(action, const_cast<SoCamera*>(static_cast<const SoCamera*>(node)));
         return SoCallbackAction::CONTINUE;
       },
       this);
@@ -146,7 +148,53 @@ PiStage::~PiStage() {
     m_oldLimits->camera->farDistance = m_oldLimits->farDistance;
     m_oldLimits->camera->enableNotify(notified);
   }
+  m_hidden.clear();
   m_root->unref();
+}
+
+void PiStage::noteCamera(SoCallbackAction* action, SoCamera* camera) {
+  const auto* path = static_cast<const SoFullPath*>(action->getCurPath());
+  SoNode* parent = path->getLength() > 1 ? path->getNodeFromTail(1) : nullptr;
+  m_cameras.push_back({camera, parent, action->getModelMatrix()});
+}
+
+// A camera taken out of its group or kit; goes back there in the end.
+class PiStage::HiddenCamera {
+ public:
+  HiddenCamera(SoCamera* camera, SoNode* parent) : m_camera(camera), m_parent(parent) {
+    m_camera->ref();
+    m_parent->ref();
+    if (m_parent->isOfType(SoBaseKit::getClassTypeId())) {
+      m_part = static_cast<SoBaseKit*>(m_parent)->getPartString(m_camera);
+      if (m_part.getLength() > 0) static_cast<SoBaseKit*>(m_parent)->setPart(m_part.getString(), nullptr);
+    } else if (m_parent->isOfType(SoGroup::getClassTypeId())) {
+      auto* group = static_cast<SoGroup*>(m_parent);
+      for (int i = 0; i < group->getNumChildren(); ++i) {
+        if (group->getChild(i) != m_camera) continue;
+        group->replaceChild(i, new SoInfo);  // keeps the places of its neighbours, which a switch may count
+        m_places.push_back(i);
+      }
+    }
+  }
+  ~HiddenCamera() {
+    if (m_part.getLength() > 0) static_cast<SoBaseKit*>(m_parent)->setPart(m_part.getString(), m_camera);
+    for (const int place : m_places) static_cast<SoGroup*>(m_parent)->replaceChild(place, m_camera);
+    m_parent->unref();
+    m_camera->unrefNoDelete();
+  }
+  HiddenCamera(const HiddenCamera&) = delete;
+  HiddenCamera& operator=(const HiddenCamera&) = delete;
+
+ private:
+  SoCamera* m_camera;
+  SoNode* m_parent;
+  SbString m_part;
+  std::vector<int> m_places;
+};
+
+void PiStage::hideCameras() {
+  for (const SceneCamera& camera : m_cameras)
+    if (camera.parent) m_hidden.push_back(std::make_unique<HiddenCamera>(camera.camera, camera.parent));
 }
 
 SoNode* PiStage::root() const { return m_root; }
@@ -192,6 +240,7 @@ PiViewpoint PiStage::usualViewpoint() const {
 }
 
 void PiStage::addCamera(const PiViewpoint& viewpoint) {
+  hideCameras();
   const std::vector<SbVec3f> box = corners();
   m_ownCamera = viewpoint.isOrthographic ? static_cast<SoCamera*>(new SoOrthographicCamera) : new SoPerspectiveCamera;
   m_root->insertChild(m_ownCamera, m_root->getNumChildren() - 1);

@@ -5,9 +5,11 @@
 #include <Inventor/SbVec3f.h>
 #include <Inventor/SbViewportRegion.h>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
+class SoCallbackAction;
 class SoCamera;
 class SoNode;
 class SoSeparator;
@@ -29,7 +31,7 @@ class PiStage {
  public:
   /// Looks at `scene` for pictures of the given size. Kits rebuild themselves meanwhile.
   PiStage(SoNode* scene, const SbViewportRegion& viewport);
-  /// Takes back what setDepthLimits() changed.
+  /// Gives the scene back as it was.
   ~PiStage();
   PiStage(const PiStage&) = delete;
   PiStage& operator=(const PiStage&) = delete;
@@ -37,7 +39,8 @@ class PiStage {
   bool hasCamera() const { return !m_cameras.empty(); }
   bool hasLight() const { return m_hasLight; }
 
-  /// Adds a camera that sees the whole scene from there. Other cameras stay in the scene: ignore them while drawing.
+  /// Adds a camera that sees the whole scene from there. The scene's own cameras are taken out of it for the time
+  /// being.
   void addCamera(const PiViewpoint& viewpoint);
   /// The face of a flat scene, else a view from the upper right in front, with y upwards.
   PiViewpoint usualViewpoint() const;
@@ -54,14 +57,18 @@ class PiStage {
  private:
   struct SceneCamera {
     SoCamera* camera;
+    SoNode* parent;  // null for the scene itself
     SbMatrix toWorld;
   };
+  class HiddenCamera;
   struct OldLimits {
     SoCamera* camera;
     float nearDistance;
     float farDistance;
   };
 
+  void noteCamera(SoCallbackAction* action, SoCamera* camera);
+  void hideCameras();
   struct Frame;
   struct Extents;
 
@@ -78,6 +85,7 @@ class PiStage {
   std::vector<SbVec3f> m_screenTexts;
   bool m_hasLight = false;
   std::optional<OldLimits> m_oldLimits;
+  std::vector<std::unique_ptr<HiddenCamera>> m_hidden;
 };
 
 #endif
