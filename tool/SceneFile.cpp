@@ -14,8 +14,10 @@
 #include <Ormelle/PoDebugError.h>
 #include <Ormelle/PoOrmelle.h>
 
+#include <algorithm>
 #include <cctype>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -103,6 +105,20 @@ void checkNesting(const std::string& file) {
   if (std::ferror(in.get())) throw Failure(file + ": " + std::strerror(errno));
 }
 
+// Guards the toolkit against counts of binary files that lie: it makes room for them before it reads, and beyond some
+// 130 million values it loops for ever or writes past that room.
+class GuardedInput : public SoInput {
+ public:
+  explicit GuardedInput(std::uintmax_t fileSize)
+      : m_most(static_cast<int>(std::clamp<std::uintmax_t>(fileSize, 1 << 24, 130'000'000))) {}
+
+  using SoInput::read;
+  SbBool read(int& number) override { return SoInput::read(number) && (!isBinary() || number <= m_most); }
+
+ private:
+  int m_most;  // no count is larger than the file, and small files may hold larger numbers that are no counts
+};
+
 SoNode* findFirst(SoNode* root, SoType type) {
   SoSearchAction search;
   search.setType(type);
@@ -161,7 +177,8 @@ Scene readScene(const std::string& file) {
   if (std::filesystem::is_directory(status)) throw Failure(file + ": this is a directory, not a scene file");
   if (std::filesystem::is_regular_file(status)) checkNesting(file);
 
-  SoInput in;
+  const std::uintmax_t size = std::filesystem::file_size(file, problem);
+  GuardedInput in(problem ? 0 : size);
   g_firstReadError.clear();
   if (!in.openFile(file.c_str(), TRUE)) throw Failure(file + ": " + std::strerror(errno ? errno : EACCES));
   if (!in.isValidFile()) throw Failure(file + ": this is not a scene file of the toolkit");

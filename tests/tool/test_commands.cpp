@@ -90,6 +90,20 @@ TEST_F(Commands, RefuseFilesThatAreNoScenes) {
   EXPECT_EQ(countFiles(), before) << "an output file was left";
 }
 
+// A count that lies: 2,000,000,000 colours.
+TEST_F(Commands, RefuseCountsThatLie) {
+  writeScene("a.iv", "Material { diffuseColor [ 1 0 0, 0 1 0, 0 0 1 ] }");
+  runWell("convert --binary a.iv b.iv");
+  std::string bytes = readFile(path("b.iv"));
+  const std::size_t count = bytes.find(std::string("\0\0\0\3", 4));
+  ASSERT_NE(count, std::string::npos);
+  for (const char* lie : {"\x77\x35\x94\x00", "\x0f\xff\xff\xff", "\xff\xff\xff\xff"}) {
+    bytes.replace(count, 4, std::string(lie, 4));
+    writeFile("c.iv", bytes);
+    runBadly("info c.iv", "c.iv");
+  }
+}
+
 // However a file is cut or damaged, the tool ends by itself, well or with one sentence.
 TEST_F(Commands, SurviveDamagedFiles) {
   writeScene(
