@@ -58,8 +58,9 @@ class ORMELLE_API PoMesh : public PoQuillane {
   SoSFEnum coloringType;
   /// Whether the edges of texture bands are blended.
   SoSFBool smoothTextureContouring;
-  /// Facets that meet at less than this angle, in radians, are shaded smoothly. The default is the number in the
-  /// environment variable `ZEL_QUILLANE_CREASE_ANGLE` when the kit is made, else 0: flat facets.
+  /// Facets that meet at less than this angle, in radians, are shaded smoothly, where the toolkit finds the normals: on
+  /// indexed shapes. A SoQuadMesh is always smooth. The default is the number in the environment variable
+  /// `ZEL_QUILLANE_CREASE_ANGLE` when the kit is made, else 0: flat facets.
   SoSFFloat creaseAngle;
 
   /// @name The objects to use instead of those on the traversal state
@@ -104,6 +105,14 @@ class ORMELLE_API PoMesh : public PoQuillane {
   void computeNormal(SoIndexedShape* shape, SoCoordinate3* coordinate);
   static void push_back_point(const SbVec3f& point);
   static void push_back_value(float value);
+  /// Moves an isovalue off the values given, so that no edge has an end exactly on it; the second form takes three
+  /// lists as one. Returns 1 if it moved.
+  int adjustIsoval(int num, const float* values, float& isovalue);
+  int adjustIsovalMultiple(int num1, const float* values1, int num2, const float* values2, int num3,
+                           const float* values3, float& isovalue);
+  /// Does the same to a copy of the isovalues in use, which getAdjustedIsovalues() gives until the next call.
+  int adjustIsovalList(int num1, const float* values1, int num2, const float* values2, int num3, const float* values3);
+  const float* getAdjustedIsovalues(int& num) const;
   /// @}
 
  protected:

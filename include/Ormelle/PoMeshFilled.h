@@ -39,7 +39,7 @@ class ORMELLE_API PoMeshFilled : public PoMesh2D {
   PO_KIT_CATALOG_ENTRY_HEADER(groupFilled);
 
  public:
-  /// Lights a flat mesh by the one normal of its first cell instead of a normal for each facet. No effect on a mesh
+  /// Lights a flat mesh by the one normal of its first cell, as a node of its own in the group. No effect on a mesh
   /// with heights.
   SoSFBool useOverallNormal;
 

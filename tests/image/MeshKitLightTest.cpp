@@ -3,8 +3,10 @@
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Ormelle/PbCartesianGrid2D.h>
+#include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PbParalCartesianGrid2D.h>
 #include <Ormelle/PoMeshFilled.h>
+#include <Ormelle/PoMeshLines.h>
 #include <Ormelle/PoMeshSides.h>
 #include <gtest/gtest.h>
 
@@ -85,6 +87,37 @@ TEST(MeshKitLightTest, WallsAreLitFromOutsideAndInside) {
         }
         // Steeply down or up into the box: the inner side of a wall.
         EXPECT_GT(brightness(kit.get(), SbVec3f(0.6F, 0, level < 0 ? -1.0F : 1.0F)), 60);
+      }
+    }
+  }
+}
+
+// What is left of a mesh may be no cell, no colour and no line at all.
+TEST(MeshKitDrawTest, EmptyGeometryDrawsNothing) {
+  PoBase::init();
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  const float x[] = {0, 0, 1, 1}, y[] = {0, 1, 0, 1}, undefined[] = {nan, nan, nan, nan}, cut[] = {5, 5, 5, 5};
+  PbLinearDataMapping mapping;
+  mapping.setMaxThreshold(4);
+  mapping.enableThresholds(0, 1);
+  for (const auto& [numX, numY] : {std::pair(2, 2), std::pair(1, 1), std::pair(1, 3)}) {
+    PbCartesianGrid2D mesh(numX, numY, x, y, 1);
+    mesh.addValuesSet(0, undefined, "undefined");
+    mesh.addValuesSet(1, cut, "cut");
+    for (const int set : {0, 1}) {
+      for (const int coloring : {PoMesh::COLOR_AVERAGE, PoMesh::COLOR_MAPPING}) {
+        NodePtr<SoSeparator> root(new SoSeparator);
+        for (PoMesh2D* kit : std::initializer_list<PoMesh2D*>{new PoMeshFilled, new PoMeshLines, new PoMeshSides}) {
+          root->addChild(kit);
+          kit->setMesh(&mesh);
+          kit->setDataMapping(&mapping);
+          kit->valuesIndex = set;
+          kit->coloringType = coloring;
+        }
+        PiOffscreen offscreen(20, 20);
+        offscreen.setViewpoint(PiViewpoint());
+        ASSERT_TRUE(offscreen.draw(root.get())) << offscreen.error();
+        EXPECT_EQ(offscreen.picture().pixel(10, 10)[0], 255);
       }
     }
   }

@@ -70,13 +70,12 @@ void PiFilledBuilder::emitShape(const View& view, const PiDrawnNodes& drawn) {
   auto* shape = new SoIndexedFaceSet;
   m_nodes.group->addChild(shape);
   PiIndexList indices;
-  indices.reserve(5 * m_numDrawnCells);
+  indices.reserve(5 * static_cast<std::size_t>(m_numDrawnCells));
   m_numDrawnCells = 0;
   view.forEachCell([&](const PiCellNodes& cell) {
     if (!drawn.hasAll(cell)) return;
     ++m_numDrawnCells;
-    for (int i = 0; i < cell.num; ++i) indices.push_back(cell.node[i]);
-    indices.push_back(-1);
+    indices.addPart(cell.node, cell.num);
   });
   indices.handTo(shape->coordIndex);
 }

@@ -1,6 +1,8 @@
 #ifndef ORMELLE_PILINESBUILDER_H
 #define ORMELLE_PILINESBUILDER_H
 
+#include <algorithm>
+
 #include <Inventor/nodes/SoIndexedLineSet.h>
 
 #include "quillane/emit/PiIndexList.h"
@@ -58,7 +60,7 @@ template <PiGridView View>
 void PiLinesBuilder::collectLines(const View& view, const PiDrawnNodes& drawn, PiIndexList& indices) {
   const int numX = view.numX();
   const int numY = view.numY();
-  indices.reserve((numY + 1) * numX + (numX + 1) * numY);
+  indices.reserve(2 * static_cast<std::size_t>(view.numNodes()) + static_cast<std::size_t>(numX + numY));
   const bool hasCells = view.numCells() > 0;
   const auto isCellDrawn = [&](int i, int j) {
     return i >= 0 && j >= 0 && i + 1 < numX && j + 1 < numY && drawn.hasAll(view.cell(i, j));
@@ -79,12 +81,13 @@ void PiLinesBuilder::collectLines(const View& view, const PiDrawnNodes& drawn, P
 
 template <PiView2D View>
 void PiLinesBuilder::collectLines(const View& view, const PiDrawnNodes& drawn, PiIndexList& indices) {
-  indices.reserve(6 * view.numCells());
+  indices.reserve(6 * static_cast<std::size_t>(view.numCells()));
   view.forEachCell([&](const PiCellNodes& cell) {
     if (cell.num < 1 || !drawn.hasAll(cell)) return;
-    for (int i = 0; i < cell.num; ++i) indices.push_back(cell.node[i]);
-    indices.push_back(cell.node[0]);
-    indices.push_back(-1);
+    int corners[5];
+    std::copy(cell.node, cell.node + cell.num, corners);
+    corners[cell.num] = cell.node[0];
+    indices.addPart(corners, cell.num + 1);
   });
 }
 

@@ -10,7 +10,7 @@ SbVec3f* PiMeshBuffers::vectors(int count) {
 }
 
 std::size_t PiMeshBuffers::memorySize() const {
-  return isovalues.capacity() * sizeof(float) +
-         static_cast<std::size_t>(coordIndices.capacity() + cellIndices.capacity()) * sizeof(std::int32_t) +
+  return isovalues.getIsovalues().size() * sizeof(float) +
+         (coordIndices.capacity() + cellIndices.capacity()) * sizeof(std::int32_t) +
          static_cast<std::size_t>(m_vectorCapacity) * sizeof(SbVec3f);
 }

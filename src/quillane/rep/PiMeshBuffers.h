@@ -3,10 +3,10 @@
 
 #include <cstddef>
 #include <memory>
-#include <vector>
 
 #include <Inventor/SbVec3f.h>
 
+#include "graph/data/PiIsovalueAdjustment.h"
 #include "quillane/emit/PiIndexList.h"
 
 /// What one kit keeps from rebuild to rebuild so as not to allocate it anew.
@@ -14,9 +14,7 @@ class PiMeshBuffers {
  public:
   PiIndexList coordIndices;
   PiIndexList cellIndices;
-  /// Isovalues of the current list, moved off the node values, and whether any was moved.
-  std::vector<float> isovalues;
-  int isovaluesAdjusted = 0;
+  PiIsovalueAdjustment isovalues;
 
   /// At least `count` vectors, uninitialised.
   SbVec3f* vectors(int count);

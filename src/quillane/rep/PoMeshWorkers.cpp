@@ -42,6 +42,26 @@ void PoMesh::push_back_cell_index(int index) { m_buffers->cellIndices.push_back(
 
 SbVec3f* PoMesh::newSbVec3f(int count) { return m_buffers->vectors(count); }
 
+int PoMesh::adjustIsoval(int num, const float* values, float& isovalue) {
+  return m_buffers->isovalues.adjustIsoval(num, values, isovalue);
+}
+
+int PoMesh::adjustIsovalMultiple(int num1, const float* values1, int num2, const float* values2, int num3,
+                                 const float* values3, float& isovalue) {
+  return m_buffers->isovalues.adjustIsovalMultiple(num1, values1, num2, values2, num3, values3, isovalue);
+}
+
+int PoMesh::adjustIsovalList(int num1, const float* values1, int num2, const float* values2, int num3,
+                             const float* values3) {
+  if (!m_currentIsovaluesList) return 0;
+  return m_buffers->isovalues.adjustIsovalList(*m_currentIsovaluesList, num1, values1, num2, values2, num3, values3);
+}
+
+const float* PoMesh::getAdjustedIsovalues(int& num) const {
+  num = static_cast<int>(m_buffers->isovalues.getIsovalues().size());
+  return m_buffers->isovalues.getIsovalues().data();
+}
+
 void PoMesh::update_coord_index(SoIndexedShape* shape) { m_buffers->coordIndices.handTo(shape->coordIndex); }
 
 void PoMesh::mapColor(int numValues, const float* values, int newMaterial) {

@@ -4,6 +4,7 @@
 #include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoNormal.h>
 #include <Inventor/nodes/SoNormalBinding.h>
+#include <Ormelle/PbIsovaluesList.h>
 #include <Ormelle/PoMesh2D.h>
 #include <gtest/gtest.h>
 
@@ -151,6 +152,22 @@ TEST_F(WorkersTest, CoordinatesComeFromTheMesh) {
     EXPECT_EQ(flat->point[3], SbVec3f(1, 1, 0));
   };
   kit->rebuild();
+}
+
+TEST_F(WorkersTest, IsovaluesAreMovedOffTheValuesAndTheListStays) {
+  PbIsovaluesList list(1, 3, 3);
+  kit->setIsovaluesList(&list);
+  kit->work = [&](PiMeshNodes&) {
+    const float values[] = {1, 2.5F}, more[] = {4};
+    EXPECT_EQ(kit->adjustIsovalList(2, values, 1, more, 0, nullptr), 1);
+    int num = 0;
+    const float* adjusted = kit->getAdjustedIsovalues(num);
+    ASSERT_EQ(num, 3);
+    EXPECT_FLOAT_EQ(adjusted[0], 1.015F);
+    EXPECT_EQ(adjusted[1], 2);
+  };
+  kit->rebuild();
+  EXPECT_EQ(list.getLowerIsovalue(1.01F), 1);
 }
 
 TEST_F(WorkersTest, CreaseAngleStartsFromTheEnvironment) {
