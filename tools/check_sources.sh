@@ -50,6 +50,9 @@ for header in include/Ormelle/*.h; do
   [ "$(grep -cE "^#(ifndef|define) $guard\$" "$header")" = 2 ] || echo "$header: wants #ifndef $guard and #define $guard"
 done | breach "Include guards of public headers:"
 
+files '*.h' | tr '\n' '\0' | xargs -0 -r grep -hE '^#ifndef ORMELLE_\w+_H$' | sort | uniq -d |
+  breach "Include guards that more than one header uses:"
+
 # A class at file level that is defined, not declared, and no template.
 awk 'FNR == 1 { template = 0 }
      /^(class|struct) [A-Z]/ && !/;[ \t]*$/ && !template { print FILENAME ":" FNR ": " $0 }

@@ -1,7 +1,5 @@
 #include "nodes/element/PiElementClasses.h"
 
-#include <iterator>
-
 #include <Ormelle/PoBevelEdgeElement.h>
 #include <Ormelle/PoCellFilterElement.h>
 #include <Ormelle/PoDataMappingElement.h>
@@ -16,34 +14,22 @@
 #include <Ormelle/PoNumericDisplayFormatElement.h>
 #include <Ormelle/PoProfileElement.h>
 
+#include "graph/frame/PiClassTable.h"
+
 namespace {
 
-struct ElementClass {
-  void (*init)();
-  void (*exit)();
-};
-
-template <class Element>
-constexpr ElementClass elementClass() {
-  return {&Element::initClass, &Element::exitClass};
-}
-
-constexpr ElementClass kElements[] = {
-    elementClass<PoDomainElement>(),        elementClass<PoNumericDisplayFormatElement>(),
-    elementClass<PoIsovaluesListElement>(), elementClass<PoDateFormatMappingElement>(),
-    elementClass<PoMiscTextAttrElement>(),  elementClass<PoDataMappingElement>(),
-    elementClass<PoCellFilterElement>(),    elementClass<PoMeshElement>(),
-    elementClass<PoBevelEdgeElement>(),     elementClass<PoMesh1DFilterElement>(),
-    elementClass<PoMesh1DHintsElement>(),   elementClass<PoProfileElement>(),
-    elementClass<PoLabelHintsElement>(),
+constexpr PiClassEntry kElements[] = {
+    PI_CLASS(PoDomainElement),        PI_CLASS(PoNumericDisplayFormatElement),
+    PI_CLASS(PoIsovaluesListElement), PI_CLASS(PoDateFormatMappingElement),
+    PI_CLASS(PoMiscTextAttrElement),  PI_CLASS(PoDataMappingElement),
+    PI_CLASS(PoCellFilterElement),    PI_CLASS(PoMeshElement),
+    PI_CLASS(PoBevelEdgeElement),     PI_CLASS(PoMesh1DFilterElement),
+    PI_CLASS(PoMesh1DHintsElement),   PI_CLASS(PoProfileElement),
+    PI_CLASS(PoLabelHintsElement),
 };
 
 }  // namespace
 
-void PiElementTable::initClasses() {
-  for (const ElementClass& element : kElements) element.init();
-}
+void PiElementTable::initClasses() { piInitClasses(kElements); }
 
-void PiElementTable::exitClasses() {
-  for (auto element = std::rbegin(kElements); element != std::rend(kElements); ++element) element->exit();
-}
+void PiElementTable::exitClasses() { piExitClasses(kElements); }
