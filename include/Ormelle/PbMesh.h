@@ -193,6 +193,8 @@ class ORMELLE_API PbMesh : public PbBase {
   int m_numMeshCells = 0;
 
  private:
+  friend struct PiMeshDataSets;
+
   mutable SbBox3f m_boundingBox;
   mutable int m_isBoundingBoxValid = 0;
   std::unique_ptr<PiMeshDataSets> m_dataSets;

@@ -4,6 +4,7 @@
 #include <Ormelle/PoDebugError.h>
 #include <Ormelle/PoLibOrmelleP.h>
 #include <Ormelle/PoNode.h>
+#include <Ormelle/PoSFMesh.h>
 #include <Ormelle/PoQuillane.h>
 #include <Ormelle/PoTavernel.h>
 
@@ -62,6 +63,7 @@ void PiLibrary::registerClasses() {
   PoQuillane::initClasses();
   PiElementTable::initClasses();
   PoNode::initClasses();
+  PoSFMesh::initClasses();
   SoAnnoText3::initClass();
 }
 
@@ -70,6 +72,7 @@ void PiLibrary::unregisterClasses() {
   s_isRegistered = false;
   s_isFinishPending = false;
   SoAnnoText3::exitClass();
+  PoSFMesh::exitClasses();
   PoNode::exitClasses();
   PiElementTable::exitClasses();
   PoLibOrmelleP::exitViewClasses();

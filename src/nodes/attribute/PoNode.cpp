@@ -40,6 +40,8 @@
 #include <Ormelle/PoSquareProfile.h>
 
 #include "graph/frame/PiLibrary.h"
+#include "nodes/field/PiMeshClasses.h"
+#include "nodes/mesh/PiMeshNodes.h"
 
 PO_NODE_ABSTRACT_SOURCE(PoNode)
 
@@ -55,6 +57,8 @@ constexpr NodeClass classOf() {
   return {&Node::initClass, &Node::exitClass};
 }
 
+#define PI_MESH_NODE_CLASS(Name) classOf<Po##Name>(),
+
 // In the order of registration: a class comes after its parent.
 constexpr NodeClass kNodes[] = {
     classOf<PoNode>(),
@@ -67,6 +71,8 @@ constexpr NodeClass kNodes[] = {
     classOf<PoLinearDataMapping>(),
     classOf<PoNonLinearDataMapping>(),
     classOf<PoNonLinearDataMapping2>(),
+    classOf<PoMeshProperty>(),
+    PI_FOR_EACH_MESH_CLASS(PI_MESH_NODE_CLASS)
     classOf<PoBevelEdge>(),
     classOf<PoMesh1DFilter>(),
     classOf<PoPeriodIndexFilter>(),
@@ -83,6 +89,8 @@ constexpr NodeClass kNodes[] = {
     classOf<PoCellFilter>(),
     classOf<PoIntervalCellFilter>(),
 };
+
+#undef PI_MESH_NODE_CLASS
 
 }  // namespace
 

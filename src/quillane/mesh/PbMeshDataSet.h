@@ -40,6 +40,8 @@ class PiMeshDataSetMap {
     std::erase_if(m_sets, [](const auto& entry) { return entry.second.isDuplicated != 0; });
   }
   int getNum() const { return static_cast<int>(m_sets.size()); }
+  typename Map::const_iterator begin() const { return m_sets.begin(); }
+  typename Map::const_iterator end() const { return m_sets.end(); }
 
  private:
   Map m_sets;
@@ -47,6 +49,8 @@ class PiMeshDataSetMap {
 
 /// All data sets of a mesh.
 struct PiMeshDataSets {
+  static const PiMeshDataSets& of(const PbMesh& mesh) { return *mesh.m_dataSets; }
+
   PiMeshDataSetMap<float> values;
   PiMeshDataSetMap<SbString> strings;
   PiMeshDataSetMap<SbVec3f> vecs;

@@ -1,0 +1,14 @@
+#ifndef ORMELLE_PIMESHNODES_H
+#define ORMELLE_PIMESHNODES_H
+
+// All mesh nodes, for the tables of classes.
+
+#include <Ormelle/PoCartesianGrid2D.h>
+#include <Ormelle/PoCartesianGrid3D.h>
+#include <Ormelle/PoParalCartesianGrid2D.h>
+#include <Ormelle/PoParalCartesianGrid3D.h>
+#include <Ormelle/PoPolarGrid2D.h>
+#include <Ormelle/PoRegularCartesianGrid2D.h>
+#include <Ormelle/PoRegularCartesianGrid3D.h>
+
+#endif
