@@ -4,8 +4,8 @@
 #include <Ormelle/PoDebugError.h>
 #include <Ormelle/PoLibOrmelleP.h>
 #include <Ormelle/PoNode.h>
-#include <Ormelle/PoSFMesh.h>
 #include <Ormelle/PoQuillane.h>
+#include <Ormelle/PoSFMesh.h>
 #include <Ormelle/PoTavernel.h>
 
 #include "graph/toolkit/PiToolkit.h"

@@ -72,8 +72,7 @@ constexpr NodeClass kNodes[] = {
     classOf<PoNonLinearDataMapping>(),
     classOf<PoNonLinearDataMapping2>(),
     classOf<PoMeshProperty>(),
-    PI_FOR_EACH_MESH_CLASS(PI_MESH_NODE_CLASS)
-    classOf<PoBevelEdge>(),
+    PI_FOR_EACH_MESH_CLASS(PI_MESH_NODE_CLASS) classOf<PoBevelEdge>(),
     classOf<PoMesh1DFilter>(),
     classOf<PoPeriodIndexFilter>(),
     classOf<PoIndexListFilter>(),

@@ -75,50 +75,50 @@ class PiMeshField {
 };
 
 /// Defines the members of a field class and of its registration.
-#define PI_MESH_FIELD_SOURCE(Class, Mesh)                                                                            \
-  SoType Class::classTypeId;                                                                                         \
-  SoType Class::getClassTypeId() { return classTypeId; }                                                             \
-  SoType Class::getTypeId() const { return classTypeId; }                                                            \
-  void* Class::createInstance() { return new Class; }                                                                \
-  void Class::initClass() {                                                                                          \
-    if (classTypeId != SoType::badType()) return;                                                                    \
-    PoSFMesh::initClass();                                                                                           \
-    classTypeId = SoType::createType(PoSFMesh::getClassTypeId(), #Class, &Class::createInstance);                    \
-  }                                                                                                                  \
-  void Class::exitClass() {                                                                                          \
-    if (classTypeId == SoType::badType()) return;                                                                    \
-    SoType::removeType(classTypeId.getName());                                                                       \
-    classTypeId = SoType::badType();                                                                                 \
-  }                                                                                                                  \
-  Class::Class() : m_mesh(new Mesh(PiMeshField<Mesh>::make())) {}                                                    \
-  Class::~Class() { enableNotify(FALSE); }                                                                           \
-  void Class::copyFrom(const SoField& field) { *this = static_cast<const Class&>(field); }                           \
-  const Class& Class::operator=(const Class& field) {                                                                \
-    setValue(field.getValue());                                                                                      \
-    return *this;                                                                                                    \
-  }                                                                                                                  \
-  SbBool Class::isSame(const SoField& field) const {                                                                 \
-    return field.getTypeId() == getTypeId() &&                                                                       \
-           PiMeshField<Mesh>::isSame(getValue(), static_cast<const Class&>(field).getValue());                       \
-  }                                                                                                                  \
-  SbBool Class::readValue(SoInput* in) { return PiMeshField<Mesh>::read(in, *m_mesh); }                              \
-  void Class::writeValue(SoOutput* out) const { PiMeshField<Mesh>::write(out, getValue()); }                         \
-  void Class::setValue(const Mesh& mesh) {                                                                           \
-    *m_mesh = mesh;                                                                                                  \
-    valueChanged();                                                                                                  \
-  }                                                                                                                  \
-  const Mesh& Class::operator=(const Mesh& mesh) {                                                                   \
-    setValue(mesh);                                                                                                  \
-    return *m_mesh;                                                                                                  \
-  }                                                                                                                  \
-  const Mesh& Class::getValue() const {                                                                              \
-    evaluate();                                                                                                      \
-    return *m_mesh;                                                                                                  \
-  }                                                                                                                  \
-  Mesh* Class::getMesh() {                                                                                           \
-    evaluate();                                                                                                      \
-    setDefault(FALSE);                                                                                               \
-    return m_mesh.get();                                                                                             \
+#define PI_MESH_FIELD_SOURCE(Class, Mesh)                                                         \
+  SoType Class::classTypeId;                                                                      \
+  SoType Class::getClassTypeId() { return classTypeId; }                                          \
+  SoType Class::getTypeId() const { return classTypeId; }                                         \
+  void* Class::createInstance() { return new Class; }                                             \
+  void Class::initClass() {                                                                       \
+    if (classTypeId != SoType::badType()) return;                                                 \
+    PoSFMesh::initClass();                                                                        \
+    classTypeId = SoType::createType(PoSFMesh::getClassTypeId(), #Class, &Class::createInstance); \
+  }                                                                                               \
+  void Class::exitClass() {                                                                       \
+    if (classTypeId == SoType::badType()) return;                                                 \
+    SoType::removeType(classTypeId.getName());                                                    \
+    classTypeId = SoType::badType();                                                              \
+  }                                                                                               \
+  Class::Class() : m_mesh(new Mesh(PiMeshField<Mesh>::make())) {}                                 \
+  Class::~Class() { enableNotify(FALSE); }                                                        \
+  void Class::copyFrom(const SoField& field) { *this = static_cast<const Class&>(field); }        \
+  const Class& Class::operator=(const Class& field) {                                             \
+    setValue(field.getValue());                                                                   \
+    return *this;                                                                                 \
+  }                                                                                               \
+  SbBool Class::isSame(const SoField& field) const {                                              \
+    return field.getTypeId() == getTypeId() &&                                                    \
+           PiMeshField<Mesh>::isSame(getValue(), static_cast<const Class&>(field).getValue());    \
+  }                                                                                               \
+  SbBool Class::readValue(SoInput* in) { return PiMeshField<Mesh>::read(in, *m_mesh); }           \
+  void Class::writeValue(SoOutput* out) const { PiMeshField<Mesh>::write(out, getValue()); }      \
+  void Class::setValue(const Mesh& mesh) {                                                        \
+    *m_mesh = mesh;                                                                               \
+    valueChanged();                                                                               \
+  }                                                                                               \
+  const Mesh& Class::operator=(const Mesh& mesh) {                                                \
+    setValue(mesh);                                                                               \
+    return *m_mesh;                                                                               \
+  }                                                                                               \
+  const Mesh& Class::getValue() const {                                                           \
+    evaluate();                                                                                   \
+    return *m_mesh;                                                                               \
+  }                                                                                               \
+  Mesh* Class::getMesh() {                                                                        \
+    evaluate();                                                                                   \
+    setDefault(FALSE);                                                                            \
+    return m_mesh.get();                                                                          \
   }
 
 #endif

@@ -33,10 +33,10 @@ class PiStringList {
 
 /// Reads numbers, strings and comments from an ASCII stream, where numbers and strings end as the toolkit's do.
 ///
-/// The toolkit gives out characters singly, and slowly. But n numbers or strings take 2n - 1 characters or more, so that
-/// those may be fetched at once without taking what comes behind. Fewer than some hundred are read singly all the same,
-/// so that the toolkit, which doesn't see line ends in what is fetched at once, names the right line when it reports an
-/// error in a file that people write.
+/// The toolkit gives out characters singly, and slowly. But n numbers or strings take 2n - 1 characters or more, so
+/// that those may be fetched at once without taking what comes behind. Fewer than some hundred are read singly all the
+/// same, so that the toolkit, which doesn't see line ends in what is fetched at once, names the right line when it
+/// reports an error in a file that people write.
 ///
 /// Each function returns false when the stream ends or holds something else; the place in the stream is lost then.
 class PiTextScanner {

@@ -13,8 +13,7 @@ struct FieldClass {
 };
 
 #define PI_FIELD_CLASS(Name) {&PoSF##Name::initClass, &PoSF##Name::exitClass},
-constexpr FieldClass kFields[] = {{&PoSFMesh::initClass, &PoSFMesh::exitClass},
-                                  PI_FOR_EACH_MESH_CLASS(PI_FIELD_CLASS)};
+constexpr FieldClass kFields[] = {{&PoSFMesh::initClass, &PoSFMesh::exitClass}, PI_FOR_EACH_MESH_CLASS(PI_FIELD_CLASS)};
 #undef PI_FIELD_CLASS
 
 }  // namespace

@@ -5,18 +5,18 @@
 #include "nodes/field/PiMeshField.h"
 #include "nodes/mesh/PiMeshNodes.h"
 
-#define PI_MESH_NODE_SOURCE(Name)                                                                     \
-  PO_NODE_SOURCE(Po##Name)                                                                            \
-  Po##Name::Po##Name() {                                                                              \
-    PO_NODE_CONSTRUCTOR(Po##Name);                                                                    \
-    PO_NODE_ADD_FIELD(mesh, (PiMeshField<Pb##Name>::make()));                                         \
-    PO_NODE_CONSTRUCTED(Po##Name);                                                                    \
-  }                                                                                                   \
-  Po##Name::~Po##Name() = default;                                                                    \
-  Pb##Name* Po##Name::getMesh() const { return const_cast<PoSF##Name&>(mesh).getMesh(); }             \
-  PoSFMesh& Po##Name::getMeshField() { return mesh; }                                                 \
-  void Po##Name::doAction(SoAction* action) {                                                         \
-    if (!mesh.isIgnored()) PoMeshElement::set(action->getState(), this, &mesh.getValue());            \
+#define PI_MESH_NODE_SOURCE(Name)                                                          \
+  PO_NODE_SOURCE(Po##Name)                                                                 \
+  Po##Name::Po##Name() {                                                                   \
+    PO_NODE_CONSTRUCTOR(Po##Name);                                                         \
+    PO_NODE_ADD_FIELD(mesh, (PiMeshField<Pb##Name>::make()));                              \
+    PO_NODE_CONSTRUCTED(Po##Name);                                                         \
+  }                                                                                        \
+  Po##Name::~Po##Name() = default;                                                         \
+  Pb##Name* Po##Name::getMesh() const { return const_cast<PoSF##Name&>(mesh).getMesh(); }  \
+  PoSFMesh& Po##Name::getMeshField() { return mesh; }                                      \
+  void Po##Name::doAction(SoAction* action) {                                              \
+    if (!mesh.isIgnored()) PoMeshElement::set(action->getState(), this, &mesh.getValue()); \
   }
 
 PI_FOR_EACH_MESH_CLASS(PI_MESH_NODE_SOURCE)
