@@ -2,18 +2,13 @@
 
 #include <Inventor/SoInput.h>
 #include <Inventor/SoOutput.h>
-#include <Ormelle/PoCartesianGrid2D.h>
-#include <Ormelle/PoCartesianGrid3D.h>
 #include <Ormelle/PoOrmelle.h>
-#include <Ormelle/PoParalCartesianGrid2D.h>
-#include <Ormelle/PoParalCartesianGrid3D.h>
-#include <Ormelle/PoPolarGrid2D.h>
-#include <Ormelle/PoRegularCartesianGrid2D.h>
-#include <Ormelle/PoRegularCartesianGrid3D.h>
 
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+
+#include "nodes/mesh/PiMeshNodes.h"
 
 namespace {
 
@@ -22,10 +17,15 @@ constexpr float kX[] = {0, 0.1F, 1000.00006F, 1e-40F, -2.5e30F, 6, 7, 8, 9, 10, 
 constexpr float kY[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 16777216};
 constexpr float kZ[] = {0, 0, 0, 0, 0, 0, 1, 1, 1, 1, 1, -0.0F};
 
+constexpr int kCells[] = {0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4, 5, 0, 1, 2, 3, 4};
+constexpr int kTypes2D[] = {4, 3};
+constexpr int kTypes3D[] = {8, 4, 5, 6};
+
 template <class Node, class... Arguments>
 MeshNodeKind kind(std::string name, std::string geometryText, Arguments... arguments) {
   return {std::move(name),
           [=] {
+            PoOrmelle::init();
             NodePtr<Node> node(new Node);
             node->setGeometry(arguments...);
             return NodePtr<PoMeshProperty>(node.get());
@@ -39,6 +39,10 @@ constexpr const char* kY6 = "0 1 2 3 4 5 \n";
 constexpr const char* kY12 = "0 1 2 3 4 5 6 7 8 9 10 16777216 \n";
 constexpr const char* kZ6 = "0 0 0 0 0 0 \n";
 constexpr const char* kZ12 = "0 0 0 0 0 0 1 1 1 1 1 -0 \n";
+
+constexpr const char* kNodes6 =
+    "6   # num nodes\n# x coordinates of mesh nodes\n0 0.1 1000.00006 9.9999461e-41 -2.5e+30 6 \n"
+    "# y coordinates of mesh nodes\n0 1 2 3 4 5 \n";
 
 std::string text(std::initializer_list<const char*> parts) {
   std::string all;
@@ -89,6 +93,33 @@ std::vector<MeshNodeKind> makeKinds() {
                                      "3 4 5   # num_x, num_y, num_z\n0 0.1 0.2   # x_min, y_min, z_min\n"
                                      "1 2 3   # x_max, y_max, z_max\n",
                                      3, 4, 5, 0.0F, 0.1F, 0.2F, 1.0F, 2.0F, 3.0F),
+      kind<PoIndexedMesh2D>("PoIndexedMesh2D",
+                            text({kNodes6, "1   # 3D mesh\n# z coordinates of mesh nodes\n", kZ6,
+                                  "2   # num cells\n# cell's type\n4 3 \n# cell's indices\n0 1 2 3 4 5 0 \n"}),
+                            6, kX, kY, kZ, 2, kCells, kTypes2D),
+      kind<PoTriangleMesh2D>("PoTriangleMesh2D",
+                             text({kNodes6, "0   # 2D mesh\n2   # num cells\n# cell's indices\n0 1 2 3 4 5 \n"}), 6, kX,
+                             kY, 2, kCells),
+      kind<PoQuadrangleMesh2D>("PoQuadrangleMesh2D",
+                               text({kNodes6, "1   # 3D mesh\n# z coordinates of mesh nodes\n", kZ6,
+                                     "2   # num cells\n# cell's indices\n0 1 2 3 4 5 0 1 \n"}),
+                               6, kX, kY, kZ, 2, kCells),
+      kind<PoIndexedMesh3D>("PoIndexedMesh3D",
+                            text({kNodes6, "# z coordinates of mesh nodes\n", kZ6,
+                                  "4   # num cells\n# cell's type\n8 4 5 6 \n# cell's indices\n"
+                                  "0 1 2 3 4 5 0 1 2 3 4 5 0 1 2 \n3 4 5 0 1 2 3 4 \n"}),
+                            6, kX, kY, kZ, 4, kCells, kTypes3D),
+      kind<PoTetrahedronMesh3D>("PoTetrahedronMesh3D",
+                                text({kNodes6, "# z coordinates of mesh nodes\n", kZ6,
+                                      "3   # num cells\n# cell's indices\n0 1 2 3 4 5 0 1 2 3 4 5 \n"}),
+                                6, kX, kY, kZ, 3, kCells),
+      kind<PoHexahedronMesh3D>("PoHexahedronMesh3D",
+                               text({kNodes6, "# z coordinates of mesh nodes\n", kZ6,
+                                     "2   # num cells\n# cell's indices\n0 1 2 3 4 5 0 1 2 3 4 5 0 1 2 \n3 \n"}),
+                               6, kX, kY, kZ, 2, kCells),
+      kind<PoRegularMesh1D>("PoRegularMesh1D", "7   # size\n0.1 -3   # xmin and xmax coordinates of mesh nodes\n", 7,
+                            0.1F, -3.0F),
+      kind<PoIrregularMesh1D>("PoIrregularMesh1D", text({"6   # size\n# x coordinates of mesh nodes\n", kX6}), 6, kX),
   };
 }
 
@@ -96,7 +127,6 @@ std::vector<MeshNodeKind> makeKinds() {
 
 const std::vector<MeshNodeKind>& meshNodeKinds() {
   static const std::vector<MeshNodeKind> s_kinds = makeKinds();
-  PoOrmelle::init();
   return s_kinds;
 }
 

@@ -8,9 +8,17 @@
   DO(CartesianGrid3D)              \
   DO(ParalCartesianGrid3D)         \
   DO(RegularCartesianGrid3D)       \
+  DO(IndexedMesh3D)                \
+  DO(HexahedronMesh3D)             \
+  DO(TetrahedronMesh3D)            \
   DO(CartesianGrid2D)              \
   DO(ParalCartesianGrid2D)         \
   DO(RegularCartesianGrid2D)       \
-  DO(PolarGrid2D)
+  DO(PolarGrid2D)                  \
+  DO(IndexedMesh2D)                \
+  DO(TriangleMesh2D)               \
+  DO(QuadrangleMesh2D)             \
+  DO(IrregularMesh1D)              \
+  DO(RegularMesh1D)
 
 #endif

@@ -1,5 +1,6 @@
 #include "nodes/field/PiMeshGeometry.h"
 
+#include <algorithm>
 #include <limits>
 
 bool PiMeshGeometry::countNodes(int num_z) {
@@ -9,4 +10,25 @@ bool PiMeshGeometry::countNodes(int num_z) {
   if (numXY > kMost || numXY * num_z > kMost) return false;
   numNodes = static_cast<int>(numXY * num_z);
   return true;
+}
+
+bool PiMeshGeometry::countIndices(std::initializer_list<int> sizes) {
+  if (x.written) return true;
+  long long num = 0;
+  if (sizes.size() == 1) {
+    num = static_cast<long long>(*sizes.begin()) * numCells;
+  } else {
+    for (const int type : cellTypes.read) {
+      if (std::find(sizes.begin(), sizes.end(), type) == sizes.end()) return false;
+      num += type;
+    }
+  }
+  if (num > std::numeric_limits<int>::max()) return false;
+  numIndices = static_cast<int>(num);
+  return true;
+}
+
+bool PiMeshGeometry::areIndicesValid() const {
+  return std::all_of(cellIndices.read.begin(), cellIndices.read.end(),
+                     [this](int index) { return index >= 0 && index < numNodes; });
 }

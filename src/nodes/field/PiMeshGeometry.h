@@ -1,7 +1,7 @@
 #ifndef ORMELLE_PIMESHGEOMETRY_H
 #define ORMELLE_PIMESHGEOMETRY_H
 
-#include <cstddef>
+#include <initializer_list>
 #include <vector>
 
 /// An array that belongs to a mesh which is written, or that is being read.
@@ -23,6 +23,7 @@ struct PiMeshGeometry {
   float xMax = 0, yMax = 0, zMax = 0;
   int numNodes = 0;
   int numCells = 0;
+  int numIndices = 0;
   PiMeshBlock<float> x, y, z;
   PiMeshBlock<int> cellTypes;
   PiMeshBlock<int> cellIndices;
@@ -37,6 +38,12 @@ struct PiMeshGeometry {
 
   /// Sets the number of nodes of a grid. Returns false for dimensions below 0 and for more nodes than an int can count.
   bool countNodes(int num_z = 1);
+  /// Sets the number of indices by the cell types that were read, or by the one size that all cells have. Returns false
+  /// for a type that is none of `sizes`, and for more indices than an int can count. Leaves a mesh that is written
+  /// alone.
+  bool countIndices(std::initializer_list<int> sizes);
+  /// Whether all indices that were read are nodes.
+  bool areIndicesValid() const;
 };
 
 #endif

@@ -73,3 +73,55 @@ void PoRegularCartesianGrid3D::setGeometry(int num_x, int num_y, int num_z, floa
                                            float x_max, float y_max, float z_max) {
   setGeometryOf(mesh, num_x, num_y, num_z, x_min, y_min, z_min, x_max, y_max, z_max);
 }
+
+void PoIndexedMesh2D::setGeometry(int num_nodes, const float* x, const float* y, int num_cells, const int* cell_index,
+                                  const int* cell_type) {
+  setGeometryOf(mesh, num_nodes, x, y, num_cells, cell_index, cell_type);
+}
+void PoIndexedMesh2D::setGeometry(int num_nodes, const float* x, const float* y, const float* z, int num_cells,
+                                  const int* cell_index, const int* cell_type) {
+  setGeometryOf(mesh, num_nodes, x, y, z, num_cells, cell_index, cell_type);
+}
+
+void PoTriangleMesh2D::setGeometry(int num_nodes, const float* x, const float* y, int num_cells,
+                                   const int* cell_index) {
+  setGeometryOf(mesh, num_nodes, x, y, num_cells, cell_index);
+}
+void PoTriangleMesh2D::setGeometry(int num_nodes, const float* x, const float* y, const float* z, int num_cells,
+                                   const int* cell_index) {
+  setGeometryOf(mesh, num_nodes, x, y, z, num_cells, cell_index);
+}
+void PoTriangleMesh2D::setGeometry(int num_nodes, const float* x, const float* y) {
+  setGeometryOf(mesh, num_nodes, x, y);
+}
+void PoTriangleMesh2D::setGeometry(int num_nodes, const float* x, const float* y, const float* z) {
+  setGeometryOf(mesh, num_nodes, x, y, z);
+}
+
+void PoQuadrangleMesh2D::setGeometry(int num_nodes, const float* x, const float* y, int num_cells,
+                                     const int* cell_index) {
+  setGeometryOf(mesh, num_nodes, x, y, num_cells, cell_index);
+}
+void PoQuadrangleMesh2D::setGeometry(int num_nodes, const float* x, const float* y, const float* z, int num_cells,
+                                     const int* cell_index) {
+  setGeometryOf(mesh, num_nodes, x, y, z, num_cells, cell_index);
+}
+
+void PoIndexedMesh3D::setGeometry(int num_nodes, const float* x, const float* y, const float* z, int num_cells,
+                                  const int* cell_index, const int* cell_type) {
+  setGeometryOf(mesh, num_nodes, x, y, z, num_cells, cell_index, cell_type);
+}
+
+void PoTetrahedronMesh3D::setGeometry(int num_nodes, const float* x, const float* y, const float* z, int num_cells,
+                                      const int* cell_index) {
+  setGeometryOf(mesh, num_nodes, x, y, z, num_cells, cell_index);
+}
+
+void PoHexahedronMesh3D::setGeometry(int num_nodes, const float* x, const float* y, const float* z, int num_cells,
+                                     const int* cell_index) {
+  setGeometryOf(mesh, num_nodes, x, y, z, num_cells, cell_index);
+}
+
+void PoRegularMesh1D::setGeometry(int num_x, float x_begin, float x_end) { setGeometryOf(mesh, num_x, x_begin, x_end); }
+
+void PoIrregularMesh1D::setGeometry(int num_x, const float* x) { setGeometryOf(mesh, num_x, x); }
