@@ -1,3 +1,4 @@
+#include <Ormelle/PoOrmelle.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -29,7 +30,11 @@ std::string indented(const std::string& text) {
   return all;
 }
 
-class MeshFile : public testing::TestWithParam<MeshNodeKind> {};
+class MeshFile : public testing::TestWithParam<MeshNodeKind> {
+ protected:
+  // Not where the kinds are listed: that is before the first test of the program, some of which are about the start.
+  static void SetUpTestSuite() { PoOrmelle::init(); }
+};
 
 }  // namespace
 

@@ -131,6 +131,7 @@ const std::vector<MeshNodeKind>& meshNodeKinds() {
 }
 
 const MeshNodeKind& meshNodeKind(const std::string& name) {
+  PoOrmelle::init();
   for (const MeshNodeKind& kind : meshNodeKinds())
     if (kind.name == name) return kind;
   std::abort();
