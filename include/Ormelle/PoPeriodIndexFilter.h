@@ -16,7 +16,7 @@ class ORMELLE_API PoPeriodIndexFilter : public PoMesh1DFilter {
   PO_NODE_HEADER(PoPeriodIndexFilter, PoMesh1DFilter);
 
  public:
-  SoSFInt32 period;  ///< 1 by default; one below 1 picks nothing
+  SoSFInt32 period;  ///< 1 by default; one below 1 acts as 1
 
   PoPeriodIndexFilter();
 

@@ -1,5 +1,6 @@
 #include <Ormelle/PoMesh1DFilter.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include <Inventor/actions/SoAction.h>
@@ -44,8 +45,7 @@ PoPeriodIndexFilter::~PoPeriodIndexFilter() = default;
 
 void PoPeriodIndexFilter::getIndices(int numNodes, PbArrayOfInt& indices) const {
   indices.empty();
-  const int step = period.getValue();
-  if (step < 1) return;
+  const int step = std::max(period.getValue(), 1);
   const int num = numNodes / step;
   for (int k = 0; k < num; ++k) indices.add(k * step);
 }

@@ -1,3 +1,4 @@
+#include <Inventor/SbVec2f.h>
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Ormelle/PbArrayOfFloat.h>
@@ -7,7 +8,7 @@
 #include <Ormelle/PoMesh1DHintsElement.h>
 
 #include <algorithm>
-#include <memory>
+#include <cmath>
 #include <numeric>
 #include <utility>
 #include <vector>
@@ -16,19 +17,12 @@
 #include "quillane/mesh/PiCurvePath.h"
 #include "quillane/mesh/PiCurveSearch.h"
 #include "quillane/mesh/PiFiniteBox.h"
+#include "quillane/mesh/PiNewArray.h"
 #include "quillane/mesh/PiNodeValues.h"
 
 namespace {
 
 constexpr int kMaxPlaces = 1 << 24;
-
-template <class T>
-T* newArray(const std::vector<T>& from) {
-  if (from.empty()) return nullptr;
-  T* array = new T[from.size()];
-  std::copy(from.begin(), from.end(), array);
-  return array;
-}
 
 /// The state as the elements want it: reading them notes in the caches of the traversal that they were read.
 SoState* toRead(const SoState* state) { return const_cast<SoState*>(state); }
@@ -40,9 +34,9 @@ class DrawnCurve {
     float *x, *y;
     int* index;
     mesh.getXYGeometry(chart, state, m_num, x, y, m_material, wantsIndex, index);
-    m_x.reset(x);
-    m_y.reset(y);
-    m_index.reset(index);
+    m_x = PiNewArray<float>(x, static_cast<size_t>(m_num));
+    m_y = PiNewArray<float>(y, static_cast<size_t>(m_num));
+    m_index = PiNewArray<int>(index, index ? static_cast<size_t>(mesh.getNumNodes()) : 0);
     if (m_material) m_material->ref();
   }
   ~DrawnCurve() {
@@ -60,44 +54,59 @@ class DrawnCurve {
     if (material) material->unrefNoDelete();
   }
 
-  std::span<const float> x() const { return {m_x.get(), static_cast<size_t>(m_num)}; }
-  std::span<const float> y() const { return {m_y.get(), static_cast<size_t>(m_num)}; }
+  std::span<const float> x() const { return m_x.span(); }
+  std::span<const float> y() const { return m_y.span(); }
   const SoMaterial* material() const { return m_material; }
-  const int* index() const { return m_index.get(); }
+  std::span<const int> index() const { return m_index.span(); }
 
  private:
   int m_num = 0;
-  std::unique_ptr<float[]> m_x, m_y;
-  std::unique_ptr<int[]> m_index;
+  PiNewArray<float> m_x, m_y;
+  PiNewArray<int> m_index;
   SoMaterial* m_material = nullptr;
 };
 
 /// The points of a curve with points between them.
 struct CutCurve {
-  std::vector<float> x, y;
-  std::vector<PiMaterialMix> mixes;
-  std::vector<int> newIndices;    ///< of the points that were there
-  std::vector<int> addedIndices;  ///< of those added
+  PiNewArray<float> x, y;
+  std::vector<PiMaterialMix> mixes;  ///< of the entries of the curve's material, if it has one
+  PiNewArray<int> index;             ///< of the nodes, if the curve has one
+  PiNewArray<int> added;             ///< indices of the points added
 
-  CutCurve(const DrawnCurve& curve, std::span<const PiCurvePlace> places, bool isPerPart) {
-    auto place = places.begin();
-    const std::span<const float> oldX = curve.x(), oldY = curve.y();
-    for (int p = 0; p < static_cast<int>(oldX.size()); ++p) {
-      for (; place != places.end() && place->segment < p; ++place) {
-        addedIndices.push_back(static_cast<int>(x.size()));
-        add(place->x, place->y, isPerPart ? PiMaterialMix::of(p) : PiMaterialMix{p - 1, p, place->t});
-      }
-      newIndices.push_back(static_cast<int>(x.size()));
-      add(oldX[static_cast<size_t>(p)], oldY[static_cast<size_t>(p)], PiMaterialMix::of(p));
+  CutCurve(const DrawnCurve& curve, std::span<const PiCurvePlace> places, bool isPerPart)
+      : x(curve.x().size() + places.size()),
+        y(curve.x().size() + places.size()),
+        index(curve.index().size()),
+        added(places.size()),
+        m_hasMaterial(curve.material() != nullptr) {
+    if (m_hasMaterial) mixes.reserve(curve.x().size() + places.size());
+    size_t former = 0;  // points of the curve, already copied
+    for (const PiCurvePlace& place : places) {
+      const int end = place.segment + 1;
+      copy(curve, former, static_cast<size_t>(end));
+      former = static_cast<size_t>(end);
+      added.add(static_cast<int>(x.num()));
+      add(place.x, place.y, isPerPart ? PiMaterialMix::of(end) : PiMaterialMix{place.segment, end, place.t});
+    }
+    copy(curve, former, curve.x().size());
+    for (const int point : curve.index()) {
+      const auto* next = std::lower_bound(places.data(), places.data() + places.size(), point,
+                                          [](const PiCurvePlace& place, int p) { return place.segment < p; });
+      index.add(point + static_cast<int>(next - places.data()));
     }
   }
 
  private:
-  void add(float pointX, float pointY, const PiMaterialMix& mix) {
-    x.push_back(pointX);
-    y.push_back(pointY);
-    mixes.push_back(mix);
+  void copy(const DrawnCurve& curve, size_t begin, size_t end) {
+    for (size_t p = begin; p < end; ++p) add(curve.x()[p], curve.y()[p], PiMaterialMix::of(static_cast<int>(p)));
   }
+  void add(float pointX, float pointY, const PiMaterialMix& mix) {
+    x.add(pointX);
+    y.add(pointY);
+    if (m_hasMaterial) mixes.push_back(mix);
+  }
+
+  bool m_hasMaterial;
 };
 
 /// The nodes that a filter of indices picks; all without a filter.
@@ -125,6 +134,14 @@ std::vector<PiCurvePlace> pickPlaces(const PoMesh1DFilter& filter, const DrawnCu
   return search.find({coordinates.get(), static_cast<size_t>(coordinates.getNum())}, kMaxPlaces);
 }
 
+/// The unit vector along a segment that isn't a point.
+SbVec2f directionOf(const DrawnCurve& curve, size_t segment) {
+  const double dx = static_cast<double>(curve.x()[segment + 1]) - curve.x()[segment];
+  const double dy = static_cast<double>(curve.y()[segment + 1]) - curve.y()[segment];
+  const double length = std::sqrt(dx * dx + dy * dy);
+  return SbVec2f(static_cast<float>(dx / length), static_cast<float>(dy / length));
+}
+
 }  // namespace
 
 PbMesh1D::PbMesh1D() : PbMesh(1) {}
@@ -147,14 +164,17 @@ void PbMesh1D::getXYGeometry(const PoChart* chart, const SoState* state, int& nu
   std::vector<float> nodeX(numNodes);
   for (size_t n = 0; n < numNodes; ++n) nodeX[n] = getXCoord(static_cast<int>(n));
   const PiCurveColoring coloring(*chart, toRead(state), *this);
-  const PiCurvePath path = PiCurvePath::make(
-      state ? PoMesh1DHintsElement::get(toRead(state)) : PoMesh1DHints::AS_IS, nodeX, {values, numNodes},
-      {.nodePoints = want_index != 0, .mixes = coloring.isColored(), .isPerPart = coloring.isPerPart()});
-  num = static_cast<int>(path.x.size());
-  x = newArray(path.x);
-  y = newArray(path.y);
-  index = newArray(path.nodePoints);
-  material = coloring.makeMaterial(path.mixes);
+  const PoMesh1DHints::GeomInterpretation interpretation =
+      state ? PoMesh1DHintsElement::get(toRead(state)) : PoMesh1DHints::AS_IS;
+  const bool isMixed = coloring.isColored() && interpretation != PoMesh1DHints::AS_IS;
+  PiCurvePath path =
+      PiCurvePath::make(interpretation, nodeX, {values, numNodes},
+                        {.nodePoints = want_index != 0, .mixes = isMixed, .isPerPart = coloring.isPerPart()});
+  num = static_cast<int>(path.x.num());
+  x = path.x.release();
+  y = path.y.release();
+  index = path.nodePoints.release();
+  material = isMixed ? coloring.makeMaterial(path.mixes) : coloring.makeMaterial();
 }
 
 void PbMesh1D::getFilteredXYGeometry(const PoChart* chart, const SoState* state, int& num, float*& x, float*& y,
@@ -167,41 +187,42 @@ void PbMesh1D::getFilteredXYGeometry(const PoChart* chart, const SoState* state,
   const float* values = chart ? findNodeValues(*this, chart->yValuesIndex.getValue()) : nullptr;
   if (!values || isEmpty()) return;
 
-  std::vector<float> pointX, pointY;
+  PiNewArray<float> pointX, pointY;
   const PoMesh1DFilter* filter = state ? PoMesh1DFilterElement::get(toRead(state)) : nullptr;
   if (!filter || filter->isIndexFilter()) {
     const std::vector<int> nodes = pickNodes(filter, getNumNodes());
+    pointX = PiNewArray<float>(nodes.size());
+    pointY = PiNewArray<float>(nodes.size());
     for (const int node : nodes) {
-      pointX.push_back(getXCoord(node));
-      pointY.push_back(values[node]);
+      pointX.add(getXCoord(node));
+      pointY.add(values[node]);
     }
     material = PiCurveColoring(*chart, toRead(state), *this).makeMaterial(nodes);
   } else {
     const DrawnCurve curve(*this, chart, state, 0);
     const std::vector<PiCurvePlace> places = pickPlaces(*filter, curve);
+    pointX = PiNewArray<float>(places.size());
+    pointY = PiNewArray<float>(places.size());
     std::vector<PiMaterialMix> mixes;
-    std::vector<float> positions, directions;
+    PiNewArray<float> positions(wantsPositions ? places.size() : 0);
+    PiNewArray<float> directions(wantsDirections ? 2 * places.size() : 0);
     for (const PiCurvePlace& place : places) {
-      pointX.push_back(place.x);
-      pointY.push_back(place.y);
+      pointX.add(place.x);
+      pointY.add(place.y);
       if (curve.material()) mixes.push_back({place.segment, place.segment + 1, place.t});
-      if (wantsPositions) positions.push_back(place.t);
-      if (wantsDirections) {
-        const auto s = static_cast<size_t>(place.segment);
-        const double dx = static_cast<double>(curve.x()[s + 1]) - curve.x()[s];
-        const double dy = static_cast<double>(curve.y()[s + 1]) - curve.y()[s];
-        const double length = std::sqrt(dx * dx + dy * dy);
-        directions.push_back(static_cast<float>(dx / length));
-        directions.push_back(static_cast<float>(dy / length));
-      }
+      if (wantsPositions) positions.add(place.t);
+      if (!wantsDirections) continue;
+      const SbVec2f direction = directionOf(curve, static_cast<size_t>(place.segment));
+      directions.add(direction[0]);
+      directions.add(direction[1]);
     }
     if (!mixes.empty()) material = mixMaterial(*curve.material(), mixes);
-    param_a = newArray(positions);
-    param_b = newArray(directions);
+    param_a = positions.release();
+    param_b = directions.release();
   }
-  num = static_cast<int>(pointX.size());
-  x = newArray(pointX);
-  y = newArray(pointY);
+  num = static_cast<int>(pointX.num());
+  x = pointX.release();
+  y = pointY.release();
 }
 
 void PbMesh1D::getFilteredXYGeometry(const PoChart* chart, const SoState* state, int& num, float*& x, float*& y,
@@ -229,18 +250,14 @@ void PbMesh1D::getGeometryInterThreshold(const PoChart* chart, const SoState* st
     return;
   }
   const bool isPerPart = chart && chart->getColorBinding() == PoChart::PER_PART;
-  const CutCurve cut(curve, crossings, isPerPart);
-  num = static_cast<int>(cut.x.size());
-  x = newArray(cut.x);
-  y = newArray(cut.y);
+  CutCurve cut(curve, crossings, isPerPart);
+  num = static_cast<int>(cut.x.num());
+  x = cut.x.release();
+  y = cut.y.release();
   material = curve.material() ? mixMaterial(*curve.material(), cut.mixes) : nullptr;
-  num_inter = static_cast<int>(cut.addedIndices.size());
-  inter_index = newArray(cut.addedIndices);
-  index = nullptr;
-  if (!curve.index()) return;
-  std::vector<int> newIndex(curve.index(), curve.index() + getNumNodes());
-  for (int& point : newIndex) point = cut.newIndices[static_cast<size_t>(point)];
-  index = newArray(newIndex);
+  index = cut.index.release();
+  num_inter = static_cast<int>(cut.added.num());
+  inter_index = cut.added.release();
 }
 
 // --- mesh -----------------------------------------------------------------------------------------------------------

@@ -35,7 +35,8 @@ float PbRegularMesh1D::getXCoord(int node) const {
   const int last = getNumNodes() - 1;
   if (node < 0 || node > last) return 0;
   if (node == 0) return m_xBegin;
-  // In double, so that the last node lies on the limit and no finite limits overflow.
+  if (node == last) return m_xEnd;
+  // In double, so that no finite limits overflow.
   return static_cast<float>(m_xBegin + node * (static_cast<double>(m_xEnd) - m_xBegin) / last);
 }
 

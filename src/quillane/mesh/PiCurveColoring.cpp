@@ -4,7 +4,6 @@
 #include <Ormelle/PbMesh.h>
 #include <Ormelle/PoDataMappingElement.h>
 
-#include <numeric>
 #include <vector>
 
 #include "quillane/emit/PiColorWriter.h"
@@ -23,26 +22,34 @@ PiCurveColoring::PiCurveColoring(const PoChart& chart, SoState* state, const PbM
   if (node && node->isOfType(SoMaterial::getClassTypeId())) m_material = static_cast<const SoMaterial*>(node);
 }
 
-SoMaterial* PiCurveColoring::makeMaterial(std::span<const int> nodes) const {
-  if (!isColored() || nodes.empty()) return nullptr;
+/// `nodeOf` gives the node of an entry.
+template <class NodeOf>
+SoMaterial* PiCurveColoring::makeEntries(int num, NodeOf nodeOf) const {
+  if (!isColored() || num == 0) return nullptr;
   if (m_values) {
     auto* material = new SoMaterial;
-    PiColorWriter writer(*m_mapping, *material, static_cast<int>(nodes.size()));
-    for (size_t n = 0; n < nodes.size(); ++n) writer.set(static_cast<int>(n), m_values[nodes[n]]);
+    PiColorWriter writer(*m_mapping, *material, num);
+    for (int e = 0; e < num; ++e) writer.set(e, m_values[nodeOf(e)]);
     return material;
   }
   std::vector<PiMaterialMix> mixes;
-  mixes.reserve(nodes.size());
-  for (const int node : nodes) mixes.push_back(PiMaterialMix::of(node));
+  mixes.reserve(static_cast<size_t>(num));
+  for (int e = 0; e < num; ++e) mixes.push_back(PiMaterialMix::of(nodeOf(e)));
   return mixMaterial(*m_material, mixes);
+}
+
+SoMaterial* PiCurveColoring::makeMaterial() const {
+  return makeEntries(m_numNodes, [](int entry) { return entry; });
+}
+
+SoMaterial* PiCurveColoring::makeMaterial(std::span<const int> nodes) const {
+  return makeEntries(static_cast<int>(nodes.size()), [&](int entry) { return nodes[static_cast<size_t>(entry)]; });
 }
 
 SoMaterial* PiCurveColoring::makeMaterial(std::span<const PiMaterialMix> mixes) const {
   if (!isColored() || mixes.empty()) return nullptr;
   if (!m_values) return mixMaterial(*m_material, mixes);
-  std::vector<int> nodes(static_cast<size_t>(m_numNodes));
-  std::iota(nodes.begin(), nodes.end(), 0);
-  SoMaterial* nodeMaterial = makeMaterial(nodes);
+  SoMaterial* nodeMaterial = makeMaterial();
   nodeMaterial->ref();
   SoMaterial* material = mixMaterial(*nodeMaterial, mixes);
   nodeMaterial->unref();

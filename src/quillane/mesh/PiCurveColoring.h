@@ -22,12 +22,16 @@ class PiCurveColoring {
   bool isColored() const { return m_material || m_values; }
   bool isPerPart() const { return m_isPerPart; }
 
-  /// A new material, without a reference, with an entry for each node listed; or each mix of nodes. Null if there is no
-  /// material, or nothing listed.
+  /// A new material, without a reference, with an entry for each node of the mesh; each node listed; or each mix of
+  /// nodes. Null if there is no material, or no entry.
+  SoMaterial* makeMaterial() const;
   SoMaterial* makeMaterial(std::span<const int> nodes) const;
   SoMaterial* makeMaterial(std::span<const PiMaterialMix> mixes) const;
 
  private:
+  template <class NodeOf>
+  SoMaterial* makeEntries(int num, NodeOf nodeOf) const;
+
   bool m_isPerPart = false;
   int m_numNodes;
   const PbDataMapping* m_mapping = nullptr;

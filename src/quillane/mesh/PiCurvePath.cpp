@@ -90,10 +90,10 @@ class Walk {
  private:
   void reserve() {
     const size_t num = 1 + (m_nodeX.size() - 1) * static_cast<size_t>(m_pattern.numPoints(false)) + 1;
-    m_path.x.reserve(num);
-    m_path.y.reserve(num);
+    m_path.x = PiNewArray<float>(num);
+    m_path.y = PiNewArray<float>(num);
     if (m_wants.mixes) m_path.mixes.reserve(num);
-    if (m_wants.nodePoints) m_path.nodePoints.reserve(m_nodeX.size());
+    if (m_wants.nodePoints) m_path.nodePoints = PiNewArray<int>(m_nodeX.size());
   }
 
   void goTo(int to, int numPoints) {
@@ -113,18 +113,18 @@ class Walk {
   }
 
   void add(float x, float y, const PiMaterialMix& mix) {
-    if (m_pattern.dropsRepeats && !m_path.x.empty() && x == m_path.x.back() && y == m_path.y.back()) {
+    if (m_pattern.dropsRepeats && m_path.x.num() > 0 && x == m_path.x.back() && y == m_path.y.back()) {
       // The segment that starts here is that of the later point.
       if (m_wants.mixes) m_path.mixes.back() = mix;
       return;
     }
-    m_path.x.push_back(x);
-    m_path.y.push_back(y);
+    m_path.x.add(x);
+    m_path.y.add(y);
     if (m_wants.mixes) m_path.mixes.push_back(mix);
   }
 
   void endNode() {
-    if (m_wants.nodePoints) m_path.nodePoints.push_back(static_cast<int>(m_path.x.size()) - 1);
+    if (m_wants.nodePoints) m_path.nodePoints.add(static_cast<int>(m_path.x.num()) - 1);
   }
 
   const Pattern& m_pattern;
@@ -140,14 +140,17 @@ PiCurvePath makeSmoothPath(std::span<const float> x, std::span<const float> y, c
   const std::vector<SbVec2f> curve = PiCubicSpline::subdivide(std::span<const SbVec2f>(nodes), kSmoothPoints);
 
   PiCurvePath path;
-  path.x.resize(curve.size());
-  path.y.resize(curve.size());
-  for (size_t p = 0; p < curve.size(); ++p) {
-    path.x[p] = curve[p][0];
-    path.y[p] = curve[p][1];
+  path.x = PiNewArray<float>(curve.size());
+  path.y = PiNewArray<float>(curve.size());
+  for (const SbVec2f& point : curve) {
+    path.x.add(point[0]);
+    path.y.add(point[1]);
   }
   const int numNodes = static_cast<int>(nodes.size());
-  for (int n = 0; wants.nodePoints && n < numNodes; ++n) path.nodePoints.push_back(n * kSmoothPoints);
+  if (wants.nodePoints) {
+    path.nodePoints = PiNewArray<int>(nodes.size());
+    for (int n = 0; n < numNodes; ++n) path.nodePoints.add(n * kSmoothPoints);
+  }
   if (!wants.mixes) return path;
 
   path.mixes.reserve(curve.size());

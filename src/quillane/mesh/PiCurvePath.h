@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "quillane/mesh/PiMaterialMix.h"
+#include "quillane/mesh/PiNewArray.h"
 
 /// The polyline that joins nodes as an interpretation says.
 struct PiCurvePath {
@@ -17,9 +18,9 @@ struct PiCurvePath {
     bool isPerPart = false;  ///< points between two nodes have the material of the former, unmixed
   };
 
-  std::vector<float> x, y;
+  PiNewArray<float> x, y;
   /// For each node its point; of an inner node that isn't on the path, where the way from the node before ends.
-  std::vector<int> nodePoints;
+  PiNewArray<int> nodePoints;
   /// For each point its material, in terms of the nodes.
   std::vector<PiMaterialMix> mixes;
 

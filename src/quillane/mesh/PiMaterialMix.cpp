@@ -9,6 +9,8 @@ SbColor mix(const SbColor& first, const SbColor& second, float t) { return SbCol
 
 float mix(float first, float second, float t) { return first * (1 - t) + second * t; }
 
+int wrap(int entry, int num) { return entry < num ? entry : entry % num; }
+
 template <class Field>
 void mixList(const Field& source, std::span<const PiMaterialMix> mixes, Field& out) {
   const int num = source.getNum();
@@ -21,8 +23,8 @@ void mixList(const Field& source, std::span<const PiMaterialMix> mixes, Field& o
   out.setNum(static_cast<int>(mixes.size()));
   auto* to = out.startEditing();
   for (const PiMaterialMix& entry : mixes) {
-    const auto& first = from[entry.first % num];
-    *to++ = entry.t == 0 ? first : mix(first, from[entry.second % num], entry.t);
+    const auto& first = from[wrap(entry.first, num)];
+    *to++ = entry.t == 0 ? first : mix(first, from[wrap(entry.second, num)], entry.t);
   }
   out.finishEditing();
 }
