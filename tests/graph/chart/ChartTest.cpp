@@ -16,7 +16,10 @@ TEST(Chart, IsRebuiltForItsFieldsAndTheStateItReads) {
   auto* hints = new PoMesh1DHints;
   auto* filter = new PoPeriodIndexFilter;
   auto* chart = new TestChart;
-  for (SoNode* node : {static_cast<SoNode*>(hints), static_cast<SoNode*>(filter), static_cast<SoNode*>(chart)})
+  auto* cached = new SoSeparator;  // its cache must know what the chart reads
+  cached->boundingBoxCaching = SoSeparator::ON;
+  cached->addChild(chart);
+  for (SoNode* node : {static_cast<SoNode*>(hints), static_cast<SoNode*>(filter), static_cast<SoNode*>(cached)})
     scene->addChild(node);
   SoGetBoundingBoxAction action(SbViewportRegion(100, 100));
   const auto rebuildsAfter = [&](auto change) {
