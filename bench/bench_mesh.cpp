@@ -99,6 +99,7 @@ BENCHMARK(locateInVolume)->Arg(50)->Arg(100)->Unit(benchmark::kMillisecond);
 void locateAlongPath(benchmark::State& state) {
   const auto mesh = meshOf(100, 0);
   SbVec3f pcoord;
+  mesh->findContainingCell(SbVec3f(0, 0, 0), 0, pcoord);
   const int num = 10000;
   for (auto _ : state) {
     const PbCell* cell = nullptr;

@@ -1,7 +1,6 @@
 #include <Ormelle/PbCartesianGrid2D.h>
 #include <Ormelle/PbQuadrangleCell.h>
 
-#include "quillane/mesh/PiFiniteBox.h"
 #include "quillane/mesh/PiNodesCoord.h"
 #include "quillane/mesh/PiPrintArray.h"
 #include "quillane/mesh/PiRowTable.h"

@@ -1,8 +1,8 @@
 #include <Ormelle/PbGrid2D.h>
 
-#include <cmath>
 #include <limits>
 
+#include "quillane/mesh/PiFiniteBox.h"
 #include "quillane/mesh/PiPrintArray.h"
 #include "quillane/mesh/PiRowTable.h"
 
@@ -147,13 +147,10 @@ void PbGrid2D::updateCellBoundingBox() const {
   resetCellBoxes();
   for (int i = 0; i < m_numX - 1; ++i)
     for (int j = 0; j < m_numY - 1; ++j) {
-      SbBox3f box;
-      bool isFinite = true;
+      PiFiniteBox box;
       for (const SbVec3f& node :
-           {getNodeCoord(i, j), getNodeCoord(i + 1, j), getNodeCoord(i + 1, j + 1), getNodeCoord(i, j + 1)}) {
-        isFinite = isFinite && std::isfinite(node[0]) && std::isfinite(node[1]) && std::isfinite(node[2]);
-        box.extendBy(node);
-      }
-      if (isFinite) compareCellBox(box, getCellIndex(i, j));
+           {getNodeCoord(i, j), getNodeCoord(i + 1, j), getNodeCoord(i + 1, j + 1), getNodeCoord(i, j + 1)})
+        box.add(node);
+      if (box.isWhole()) compareCellBox(box.box(), getCellIndex(i, j));
     }
 }

@@ -2,9 +2,9 @@
 #include <Ormelle/PbMesh.h>
 
 #include <algorithm>
-#include <cmath>
 
 #include "quillane/mesh/PbMeshDataSet.h"
+#include "quillane/mesh/PiFiniteBox.h"
 #include "quillane/search/PiUniqueIndices.h"
 
 unsigned int PbMesh::sm_nextGeometryId = 1;
@@ -103,14 +103,9 @@ void PbMesh::updateCellBoundingBox() const {
   for (int c = 0; c < m_numMeshCells; ++c) {
     const PbCell* cell = getCell(c);
     if (!cell) continue;
-    SbBox3f box;
-    bool isFinite = true;
-    for (int n = 0; n < cell->getNumNodes(); ++n) {
-      const SbVec3f node = cell->getNodeCoord(n);
-      isFinite = isFinite && std::isfinite(node[0]) && std::isfinite(node[1]) && std::isfinite(node[2]);
-      box.extendBy(node);
-    }
-    if (isFinite) compareCellBox(box, c);
+    PiFiniteBox box;
+    for (int n = 0; n < cell->getNumNodes(); ++n) box.add(cell->getNodeCoord(n));
+    if (box.isWhole()) compareCellBox(box.box(), c);
   }
 }
 

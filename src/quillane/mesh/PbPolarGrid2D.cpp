@@ -2,7 +2,6 @@
 
 #include <cmath>
 
-#include "quillane/mesh/PiFiniteBox.h"
 #include "quillane/mesh/PiNodesCoord.h"
 #include "quillane/mesh/PiPrintArray.h"
 

@@ -6,26 +6,23 @@
 
 #include <cmath>
 
-#include "quillane/view/PiView2D.h"
-
 /// A box that grows by points and leaves out those with a non-finite coordinate, so that one bad node doesn't spoil it.
 class PiFiniteBox {
  public:
   void add(const SbVec3f& point) {
-    if (std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2])) m_box.extendBy(point);
+    if (std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]))
+      m_box.extendBy(point);
+    else
+      m_isWhole = false;
   }
   const SbBox3f& box() const { return m_box; }
+  /// Whether no point was left out.
+  bool isWhole() const { return m_isWhole; }
 
  private:
   SbBox3f m_box;
+  bool m_isWhole = true;
 };
-
-template <PiView2D View>
-SbBox3f boxOfNodes(const View& view) {
-  PiFiniteBox box;
-  view.forEachNode([&](int node, const SbVec2f& xy) { box.add(SbVec3f(xy[0], xy[1], view.z(node))); });
-  return box.box();
-}
 
 /// The finite limits of an array. Low is above high when there is none.
 struct PiFiniteRange {
