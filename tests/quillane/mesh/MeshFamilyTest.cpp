@@ -289,7 +289,7 @@ TEST_P(Rectangle, DrawsZFromAValueSet) {
   spec.z = wave;
   for (const bool isRaised : {false, true}) {
     auto sample = isRaised ? make(spec) : make();
-    const std::vector<float> values(20, 50.0F), cellValues(12, 1.0F);
+    const std::vector<float> values(20, 50.0F), cellValues(std::size_t(sample->getNumCells()), 1.0F);
     sample->addValuesSet(0, values.data(), "z");
     sample->addValuesSet(1, cellValues.data(), PbMesh::PER_CELL, "per cell");
     const SbBox3f box = sample->PbMesh::getBoundingBox();
