@@ -1,4 +1,5 @@
 #include <Inventor/SbXfBox3f.h>
+#include <Inventor/SoFullPath.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/lists/SoPathList.h>
 #include <Inventor/nodes/SoAsciiText.h>
@@ -95,6 +96,9 @@ struct Kit {
   Clock::time_point start;
 };
 
+// The end of a path, inside kits too.
+const SoNode* tailOf(const SoPath* path) { return static_cast<const SoFullPath*>(path)->getTail(); }
+
 // The lines of text of a node, joined by line ends.
 std::string stringsOf(const SoNode* node) {
   const SoMFString& field = node->isOfType(SoText2::getClassTypeId())   ? static_cast<const SoText2*>(node)->string
@@ -150,13 +154,13 @@ class Census : public SceneVisitor {
   }
 
   void text(const SoPath* path) override {
-    const std::string strings = stringsOf(path->getTail());
+    const std::string strings = stringsOf(tailOf(path));
     if (strings.find_first_not_of(" \t\n") == std::string::npos) return;
     ++current().texts;
     if (m_inside.empty()) return;
     m_textPaths.append(path->copy());
     m_textKits.push_back(m_inside.back());
-    m_hasScreenText = m_hasScreenText || path->getTail()->isOfType(SoText2::getClassTypeId());
+    m_hasScreenText = m_hasScreenText || tailOf(path)->isOfType(SoText2::getClassTypeId());
   }
 
   // Measures the texts met. Bitmap text has a size in space only as a camera sees it: the scene's own, or, with
@@ -174,7 +178,7 @@ class Census : public SceneVisitor {
     for (int i = 0; i < m_textPaths.getLength(); ++i) {
       const SoPath* path = m_textPaths[i];
       measure.apply(const_cast<SoPath*>(path));
-      Text text{stringsOf(path->getTail()), {}};
+      Text text{stringsOf(tailOf(path)), {}};
       const SbXfBox3f& box = measure.getXfBoundingBox();
       if (!box.isEmpty()) text.corners = frontOf(box);
       m_kits[m_textKits[static_cast<std::size_t>(i)]].texts.push_back(text);

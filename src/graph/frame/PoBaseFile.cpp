@@ -18,7 +18,11 @@ void PoBase::search(SoSearchAction* action) {
 }
 
 void PoBase::write(SoWriteAction* action) {
+  // Of a class that isn't its own, the toolkit puts every field into a binary file, due or not, and can't read those
+  // back that hold no node. As one of its own, a kit is written with the fields that are due.
+  isBuiltIn = action->getOutput()->isBinary();
   SoBaseKit::write(action);
+  isBuiltIn = FALSE;
   if (action->getOutput()->getStage() == SoOutput::WRITE) m_savedFlags.reset();
 }
 
