@@ -102,8 +102,8 @@ TEST(Location, FollowsTheGeometry) {
   std::vector<float> z;
   for (int n = 0; n < 16; ++n) z.push_back(float(n * n));
   surface.addValuesSet(0, z.data(), "z");
-  const SbVec3f point = SbVec3f(nodes.x[0], nodes.y[0], 0);
-  for (const int set : {-1, 0, -1}) {
+  const SbVec3f point = SbVec3f(nodes.x[0], nodes.y[0], 1e4F);
+  for (const int set : {0, -1, 0}) {
     surface.pushZCoord(set);
     EXPECT_EQ(search(surface, point, 0), walk(surface, point, 0)) << set;
     surface.popZCoord();
@@ -155,6 +155,8 @@ TEST(Location, ParallelAndRegularAxesMeetTheirLimits) {
       const float x = regular.getNodeCoord(i, 0)[0];
       const int found = search(regular, SbVec3f(x, 1, 0), 0);
       EXPECT_TRUE(found == std::min(i, 776) || found == i - 1) << i;
+      for (const float beside : {std::nextafter(x, -HUGE_VALF), std::nextafter(x, HUGE_VALF)})
+        EXPECT_EQ(search(regular, SbVec3f(beside, 0.5F, 0), 0) >= 0, (beside - min) * (beside - max) <= 0) << i;
       if (i == 777) continue;
       EXPECT_EQ(search(regular, SbVec3f((x + regular.getNodeCoord(i + 1, 0)[0]) / 2, 0.5F, 0), 0), i) << min;
     }
