@@ -113,15 +113,13 @@ SoNode* makeTitle(const Picture& picture) {
   return top;
 }
 
-void writeSidecar(const std::string& file, const Picture& picture, double buildSeconds) {
+void writeSidecar(const std::string& file, const Picture& picture, const std::string& program, double buildSeconds) {
   nlohmann::ordered_json json;
+  json["program"] = std::filesystem::path(program).filename().string();
   json["title"] = picture.title;
   json["caption"] = picture.caption;
   json["source"] = picture.source;
   json["licence"] = picture.licence;
-  json["width"] = picture.width;
-  json["height"] = picture.height;
-  json["samples"] = picture.samples;
   json["build_seconds"] = buildSeconds;
   json["seconds"] = secondsSince(g_start);
   const std::string text = json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
@@ -146,7 +144,7 @@ int run(const std::function<void()>& draw) {
   }
 }
 
-void render(SoNode* scene, const std::string& name, const Picture& picture) {
+void render(SoNode* scene, const std::string& name, const Picture& picture, std::source_location program) {
   const bool hasTitle = picture.isTitleShown && !picture.title.empty();
   auto* root = new SoSeparator;
   root->ref();
@@ -177,7 +175,7 @@ void render(SoNode* scene, const std::string& name, const Picture& picture) {
     const std::filesystem::path folder = outputFolder();
     problem =
         offscreen.draw(root) ? offscreen.picture().writePng((folder / (name + ".png")).string()) : offscreen.error();
-    if (problem.empty()) writeSidecar((folder / (name + ".json")).string(), picture, buildSeconds);
+    if (problem.empty()) writeSidecar((folder / (name + ".json")).string(), picture, program.file_name(), buildSeconds);
     root->removeAllChildren();
   }
   root->unref();

@@ -8,19 +8,20 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <source_location>
 #include <string>
 #include <vector>
 
 class SoNode;
 
-/// What every program of the gallery needs: data, a stage, and a picture with its caption.
+/// What the programs of the gallery need: data, a stage, and a picture with its caption.
 ///
 /// @code
 /// int main() {
 ///   return gallery::run([] {
-///     const gallery::DataSet dem("jacksboro_fault_dem");
+///     const gallery::DataSet air("atmosphere_january");
 ///     ...
-///     gallery::render(scene, "01_relief", {.title = "...", .caption = "...", .source = dem.source()});
+///     gallery::render(scene, "12_winds", {.title = "...", .caption = "...", .source = air.source()});
 ///   });
 /// }
 /// @endcode
@@ -104,7 +105,8 @@ inline const SbColor kSoftLower(0.98f, 0.98f, 0.99f);
 
 /// Draws `scene` into `<out>/<name>.png` and writes `<out>/<name>.json` for the gallery's page beside it. `<out>` is
 /// what ORMELLE_GALLERY_DIR names, else the folder `gallery` of the build. Throws if that fails.
-void render(SoNode* scene, const std::string& name, const Picture& picture);
+void render(SoNode* scene, const std::string& name, const Picture& picture,
+            std::source_location program = std::source_location::current());
 
 }  // namespace gallery
 

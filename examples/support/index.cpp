@@ -10,13 +10,18 @@
 #include <sstream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "Gallery.h"
 
 namespace {
 
 struct Entry {
   std::string name;
   nlohmann::json about;
+  bool isScene = false;
+  nlohmann::json counts = {};  // what the tool tells of a scene
 };
 
 std::string escaped(const std::string& text) {
@@ -48,16 +53,43 @@ std::string fixed(double value, int digits) {
   return text.str();
 }
 
-// The descriptions that have a picture, in the order of their names.
+// What the file holds, discarded if that isn't JSON.
+nlohmann::json readJson(const std::filesystem::path& file) {
+  std::ifstream in(file);
+  return nlohmann::json::parse(in, nullptr, false);
+}
+
+std::string textOf(const nlohmann::json& object, const char* key) {
+  const auto found = object.find(key);
+  return found != object.end() && found->is_string() ? found->get<std::string>() : std::string();
+}
+
+double numberOf(const nlohmann::json& object, const char* key) {
+  const auto found = object.find(key);
+  return found != object.end() && found->is_number() ? found->get<double>() : 0.0;
+}
+
+// The pictures that have a description, in the order of their names. A scene is described beside it, by the set of data
+// that it draws.
 std::vector<Entry> readEntries(const std::filesystem::path& folder) {
   std::vector<Entry> entries;
   for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() != ".json") continue;
-    std::filesystem::path picture = file.path();
-    if (!std::filesystem::exists(picture.replace_extension(".png"))) continue;
-    std::ifstream in(file.path());
-    auto about = nlohmann::json::parse(in, nullptr, false);
-    if (about.is_object()) entries.push_back({file.path().stem().string(), std::move(about)});
+    if (file.path().extension() != ".png") continue;
+    Entry entry{file.path().stem().string(), {}};
+    const std::filesystem::path scene = folder / "scenes" / entry.name;
+    entry.isScene = std::filesystem::exists(scene.string() + ".iv");
+    entry.about = readJson((entry.isScene ? scene : folder / entry.name).string() + ".json");
+    if (!entry.about.is_object()) continue;
+    if (entry.isScene) {
+      entry.counts = readJson((folder / entry.name).string() + ".info.json");
+      const std::string set = textOf(entry.about, "data");
+      if (!set.empty()) {
+        const gallery::DataSet data(set);
+        entry.about["source"] = data.source();
+        entry.about["licence"] = data.licence();
+      }
+    }
+    entries.push_back(std::move(entry));
   }
   std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.name < b.name; });
   return entries;
@@ -105,43 +137,50 @@ void writeRow(std::ostream& out, const char* term, const std::string& text) {
   if (!text.empty()) out << "<dt>" << term << "</dt><dd>" << escaped(text) << "</dd>\n";
 }
 
-void writeEntry(std::ostream& out, const Entry& entry) {
-  const auto text = [&entry](const char* key) {
-    const auto found = entry.about.find(key);
-    return found != entry.about.end() && found->is_string() ? found->get<std::string>() : std::string();
+// Width and height of a PNG picture as attributes of an image, so that the page keeps its place while pictures load.
+std::string sizeOf(const std::filesystem::path& picture) {
+  std::ifstream in(picture, std::ios::binary);
+  unsigned char head[24] = {};
+  in.read(reinterpret_cast<char*>(head), sizeof(head));
+  const auto number = [&head](int at) {
+    return std::to_string(head[at] << 24 | head[at + 1] << 16 | head[at + 2] << 8 | head[at + 3]);
   };
-  const auto number = [&entry](const char* key) {
-    const auto found = entry.about.find(key);
-    return found != entry.about.end() && found->is_number() ? found->get<double>() : 0.0;
-  };
-  const std::string title = text("title").empty() ? entry.name : text("title");
-  const std::string picture = escaped(entry.name) + ".png";
-  out << "<article id=\"" << escaped(entry.name) << "\">\n<a href=\"" << picture << "\"><img src=\"" << picture
-      << "\" loading=\"lazy\" alt=\"" << escaped(title) << '"';
-  if (number("width") > 0 && number("height") > 0)
-    out << " width=\"" << fixed(number("width"), 0) << "\" height=\"" << fixed(number("height"), 0) << '"';
-  out << "></a>\n<div class=\"text\">\n<h2>" << escaped(title) << "</h2>\n<p>" << escaped(text("caption"))
-      << "</p>\n<dl>\n";
-  writeRow(out, "Data", text("source").empty() ? "computed" : text("source"));
-  writeRow(out, "Licence", text("licence"));
-  writeRow(out, "Time",
-           fixed(number("seconds"), 2) + " s in all, of these " + fixed(1000.0 * number("build_seconds"), 1) +
-               " ms for the representations; " + fixed(number("samples"), 0) + " samples a pixel");
-  out << "<dt>Program</dt><dd><code>examples/" << escaped(entry.name)
-      << ".cpp</code></dd>\n</dl>\n</div>\n</article>\n";
+  return " width=\"" + number(16) + "\" height=\"" + number(20) + "\"";
 }
 
-void writePage(const std::filesystem::path& folder) {
-  const std::vector<Entry> entries = readEntries(folder);
-  std::ostringstream page;
-  page << kHead << "<header>\n<h1>Ormelle gallery</h1>\n<p>" << entries.size()
-       << " pictures, each drawn by one short program. Click a picture for its full size.</p>\n</header>\n<main>\n";
-  for (const Entry& entry : entries) writeEntry(page, entry);
-  page << "</main>\n<footer>\n<p>Notices and licences of the data are in <code>data/README.md</code>.</p>\n"
-          "</footer>\n</body>\n</html>\n";
-  const std::filesystem::path file = folder / "index.html";
-  std::ofstream out(file, std::ios::binary);
-  if (!(out << page.str()) || !out.flush()) throw std::runtime_error(file.string() + " can't be written");
+// How much of what the representations made, from the figures of `ormelle info`.
+std::string countsOf(const nlohmann::json& counts) {
+  const auto found = counts.find("total");
+  if (found == counts.end() || !found->is_object()) return "";
+  std::string text;
+  for (const char* shape : {"triangles", "lines", "points"}) {
+    const double number = numberOf(*found, shape);
+    if (number > 0) text += (text.empty() ? "" : ", ") + fixed(number, 0) + " " + shape;
+  }
+  return text + ", rebuilt in " + fixed(numberOf(*found, "rebuild_ms"), 1) + " ms";
+}
+
+void writeEntry(std::ostream& out, const Entry& entry, const std::filesystem::path& folder) {
+  const std::string title = textOf(entry.about, "title").empty() ? entry.name : textOf(entry.about, "title");
+  const std::string picture = escaped(entry.name) + ".png";
+  out << "<article id=\"" << escaped(entry.name) << "\">\n<a href=\"" << picture << "\"><img src=\"" << picture
+      << "\" loading=\"lazy\" alt=\"" << escaped(title) << '"' << sizeOf(folder / (entry.name + ".png"))
+      << "></a>\n<div class=\"text\">\n<h2>" << escaped(title) << "</h2>\n<p>"
+      << escaped(textOf(entry.about, "caption")) << "</p>\n<dl>\n";
+  const std::string source = textOf(entry.about, "source");
+  writeRow(out, "Data", source.empty() ? "computed" : source);
+  writeRow(out, "Licence", textOf(entry.about, "licence"));
+  if (entry.isScene) {
+    writeRow(out, "Shapes", countsOf(entry.counts));
+    const std::string scene = "scenes/" + escaped(entry.name) + ".iv";
+    out << "<dt>Scene</dt><dd><a href=\"" << scene << "\"><code>examples/" << scene << "</code></a></dd>\n";
+  } else {
+    writeRow(out, "Time",
+             fixed(numberOf(entry.about, "seconds"), 2) + " s in all, of these " +
+                 fixed(1000.0 * numberOf(entry.about, "build_seconds"), 1) + " ms for the representations");
+    out << "<dt>Program</dt><dd><code>examples/" << escaped(textOf(entry.about, "program")) << "</code></dd>\n";
+  }
+  out << "</dl>\n</div>\n</article>\n";
 }
 
 }  // namespace
@@ -152,10 +191,22 @@ int main(int argc, char** argv) {
     return 2;
   }
   try {
-    writePage(argv[1]);
+    const std::filesystem::path folder = argv[1];
+    const std::vector<Entry> entries = readEntries(folder);
+    std::ostringstream page;
+    page << kHead << "<header>\n<h1>Ormelle gallery</h1>\n<p>" << entries.size()
+         << " pictures, each drawn from a short scene file or by a short program. Click a picture for its full "
+            "size.</p>\n"
+            "</header>\n<main>\n";
+    for (const Entry& entry : entries) writeEntry(page, entry, folder);
+    page << "</main>\n<footer>\n<p>Notices and licences of the data are in <code>data/README.md</code>.</p>\n"
+            "</footer>\n</body>\n</html>\n";
+    std::ofstream out(folder / "index.html", std::ios::binary);
+    if (!(out << page.str()) || !out.flush())
+      throw std::runtime_error((folder / "index.html").string() + " can't be written");
+    return 0;
   } catch (const std::exception& problem) {
     std::fprintf(stderr, "%s.\n", problem.what());
     return 1;
   }
-  return 0;
 }

@@ -16,13 +16,22 @@ class Gallery : public ToolTest {};
 TEST_F(Gallery, PageShowsEveryPictureWithItsText) {
   writeFile("02_b.json",
             R"({"title": "A < B & \"C\"", "caption": "<script>", "source": "Here", "licence": "public domain",
-    "width": 16, "height": 12, "samples": 4, "build_seconds": 0.0125, "seconds": 1.5})");
+    "program": "02_x.cpp", "build_seconds": 0.0125, "seconds": 1.5})");
   writeFile("02_b.png", "");
   writeFile("01_a.json", "{}");
   writeFile("01_a.png", "");
   writeFile("03_without_picture.json", "{}");
   writeFile("04_broken.json", "{");
   writeFile("04_broken.png", "");
+  // A scene: it lies in a folder of its own, the tool has told of it, and the data set has the source.
+  std::filesystem::create_directories(path("scenes"));
+  std::filesystem::create_directories(path("data/set"));
+  writeFile("scenes/05_s.iv", "");
+  writeFile("scenes/05_s.json", R"({"title": "S", "data": "set"})");
+  writeFile("data/set/set.json", R"({"source": "Surveyed", "licence": "free"})");
+  writeFile("05_s.info.json", R"({"total": {"triangles": 7, "lines": 0, "points": 2, "rebuild_ms": 3.5}})");
+  writeFile("05_s.png", std::string(16, ' ') + std::string("\0\0\x06\x40\0\0\x04\xB0", 8));
+  setenv("ORMELLE_DATA_DIR", path("data").c_str(), 1);
   const std::string command = std::string("'") + ORMELLE_GALLERY_INDEX + "' '" + path("") + "'";
   ASSERT_EQ(std::system(command.c_str()), 0);
   const std::string page = readFile(path("index.html"));
@@ -31,6 +40,11 @@ TEST_F(Gallery, PageShowsEveryPictureWithItsText) {
   EXPECT_NE(page.find("public domain"), std::string::npos);
   EXPECT_NE(page.find("1.50 s"), std::string::npos);
   EXPECT_NE(page.find("12.5 ms"), std::string::npos);
+  EXPECT_NE(page.find("examples/02_x.cpp"), std::string::npos);
+  EXPECT_NE(page.find("href=\"scenes/05_s.iv\""), std::string::npos);
+  EXPECT_NE(page.find("Surveyed"), std::string::npos);
+  EXPECT_NE(page.find("7 triangles, 2 points, rebuilt in 3.5 ms"), std::string::npos);
+  EXPECT_NE(page.find("width=\"1600\" height=\"1200\""), std::string::npos);
   EXPECT_LT(page.find("01_a.png"), page.find("02_b.png"));
   EXPECT_EQ(page.find("03_without"), std::string::npos);
   EXPECT_EQ(page.find("04_broken"), std::string::npos);

@@ -1,0 +1,287 @@
+// Writes the data sets as mesh nodes, one file a mesh, for the scenes of the gallery. What a scene can't do itself
+// happens here: cutting sections and windows out of a set, or changing its coordinates.
+
+#include <Inventor/SoOutput.h>
+#include <Inventor/actions/SoWriteAction.h>
+#include <Ormelle/PoIndexedMesh3D.h>
+#include <Ormelle/PoParalCartesianGrid2D.h>
+#include <Ormelle/PoParalCartesianGrid3D.h>
+#include <Ormelle/PoPolarGrid2D.h>
+#include <Ormelle/PoRegularCartesianGrid2D.h>
+#include <Ormelle/PoTetrahedronMesh3D.h>
+#include <Ormelle/PoTriangleMesh2D.h>
+
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+#include "Atmosphere.h"
+#include "graph/toolkit/offscreen/PiWholeFile.h"
+
+namespace {
+
+using gallery::Atmosphere;
+using gallery::DataSet;
+using gallery::lastIndexFastest;
+
+constexpr float kRadiansPerDegree = 0.0174532925f;
+
+std::filesystem::path g_folder;
+
+int sizeOf(const std::vector<float>& numbers) { return static_cast<int>(numbers.size()); }
+
+// Writes `mesh`, a new node, to the file `<name>.iv`.
+void write(const std::string& name, PoMeshProperty* mesh) {
+  mesh->ref();
+  const std::string file = (g_folder / (name + ".iv")).string();
+  PiWholeFile whole(file);
+  if (whole.stream()) {
+    SoOutput out;
+    out.setFilePointer(whole.stream());
+    SoWriteAction(&out).apply(mesh);
+  }
+  const std::string problem = whole.close();
+  mesh->unref();
+  if (!problem.empty()) throw std::runtime_error(file + ": " + problem);
+}
+
+// ---- The land around the Jacksboro Fault ----------------------------------------------------------------------------
+
+struct Terrain {
+  int numX, numY;
+  float sizeX, sizeY;  // in kilometres
+  std::vector<float> heights;
+
+  Terrain() {
+    const DataSet data("jacksboro_fault_dem");
+    numX = data.dims()[0];
+    numY = data.dims()[1];
+    constexpr float kilometresPerDegree = 111.2f;
+    const float latitude = data.origin()[1] + data.spacing()[1] * static_cast<float>(numY) / 2;
+    sizeX =
+        static_cast<float>(numX - 1) * data.spacing()[0] * kilometresPerDegree * std::cos(latitude * kRadiansPerDegree);
+    sizeY = static_cast<float>(numY - 1) * data.spacing()[1] * kilometresPerDegree;
+    heights = lastIndexFastest(data.floats("elevation"), numX, numY);
+  }
+
+  // The nodes from (firstX, firstY), of which only every `step`th is taken. Set 0 is the height in metres; set 1 is
+  // what to raise the mesh by, in kilometres like the sides and four times too large.
+  PoRegularCartesianGrid2D* window(int firstX, int firstY, int countX, int countY, int step = 1) const {
+    std::vector<float> metres;
+    std::vector<float> raised;
+    for (int i = 0; i < countX; ++i) {
+      for (int j = 0; j < countY; ++j) {
+        metres.push_back(heights[static_cast<std::size_t>((firstX + i * step) * numY + firstY + j * step)]);
+        raised.push_back(metres.back() * 4 / 1000);
+      }
+    }
+    auto* grid = new PoRegularCartesianGrid2D;
+    grid->setGeometry(countX, countY, 0, 0,
+                      sizeX * static_cast<float>((countX - 1) * step) / static_cast<float>(numX - 1),
+                      sizeY * static_cast<float>((countY - 1) * step) / static_cast<float>(numY - 1));
+    grid->addValuesSet(0, metres.data(), "height in m");
+    grid->addValuesSet(1, raised.data(), "height in km, times 4");
+    return grid;
+  }
+};
+
+void writeTerrain() {
+  const Terrain terrain;
+  write("terrain", terrain.window(0, 0, terrain.numX, terrain.numY));
+  write("terrain_coarse", terrain.window(0, 0, (terrain.numX - 1) / 8 + 1, (terrain.numY - 1) / 8 + 1, 8));
+  write("terrain_window", terrain.window(60, 60, 120, 120));
+}
+
+// ---- The atmosphere of a January ------------------------------------------------------------------------------------
+
+// One level as a map in degrees: temperature, speed of the wind, and the wind as vectors.
+PoParalCartesianGrid2D* atmosphereLevel(const Atmosphere& air, int level) {
+  auto* map = new PoParalCartesianGrid2D;
+  map->setGeometry(air.numLongitudes(), air.numLatitudes(), air.longitudes().data(), air.latitudes().data());
+  map->addValuesSet(0, air.map([&](int i, int j) { return air.temperature(level, i, j); }).data(), "temperature in K");
+  map->addValuesSet(1, air.map([&](int i, int j) { return air.speed(level, i, j); }).data(),
+                    "speed of the wind in m/s");
+  map->addVecsSet(0, air.map([&](int i, int j) { return air.wind(level, i, j); }).data(), "wind in m/s");
+  return map;
+}
+
+// From 20 degrees north to the pole, and once round to the first meridian again: the radius is the distance from the
+// pole in degrees.
+PoPolarGrid2D* atmosphereRoundPole(const Atmosphere& air, int level) {
+  std::vector<int> parallels;
+  for (int j = air.numLatitudes() - 1; j >= 0 && air.latitudes()[static_cast<std::size_t>(j)] > 20; --j)
+    parallels.push_back(j);
+  std::vector<float> radii = {0};
+  for (const int j : parallels) radii.push_back(90 - air.latitudes()[static_cast<std::size_t>(j)]);
+  std::vector<float> angles;
+  for (const float longitude : air.longitudes()) angles.push_back((longitude - 90) * kRadiansPerDegree);
+  angles.push_back(angles.front() + 360 * kRadiansPerDegree);
+
+  // The pole itself is one point, with the mean of the ring round it.
+  const auto celsius = [&](int i, int j) { return air.temperature(level, i % air.numLongitudes(), j) - 273.15f; };
+  float pole = 0;
+  for (int i = 0; i < air.numLongitudes(); ++i)
+    pole += celsius(i, parallels.front()) / static_cast<float>(air.numLongitudes());
+  std::vector<float> values(angles.size(), pole);
+  for (const int j : parallels)
+    for (int i = 0; i <= air.numLongitudes(); ++i) values.push_back(celsius(i, j));
+
+  auto* polar = new PoPolarGrid2D;
+  polar->setGeometry(sizeOf(radii), sizeOf(angles), radii.data(), angles.data());
+  polar->addValuesSet(0, values.data(), "temperature in degrees Celsius");
+  return polar;
+}
+
+// The whole of it, in degrees and kilometres: the height of a pressure is that in an atmosphere of one temperature.
+PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air) {
+  constexpr float scaleHeight = 7.4f;
+  std::vector<float> heights;
+  for (const float pressure : air.pressures()) heights.push_back(scaleHeight * std::log(1000 / pressure));
+  std::vector<float> temperatures;
+  std::vector<SbVec3f> winds;
+  for (int i = 0; i < air.numLongitudes(); ++i) {
+    for (int j = 0; j < air.numLatitudes(); ++j) {
+      for (int level = 0; level < sizeOf(heights); ++level) {
+        temperatures.push_back(air.temperature(level, i, j));
+        winds.push_back(air.wind(level, i, j));
+      }
+    }
+  }
+  auto* grid = new PoParalCartesianGrid3D;
+  grid->setGeometry(air.numLongitudes(), air.numLatitudes(), sizeOf(heights), air.longitudes().data(),
+                    air.latitudes().data(), heights.data());
+  grid->addValuesSet(0, temperatures.data(), "temperature in K");
+  grid->addVecsSet(0, winds.data(), "wind in m/s");
+  return grid;
+}
+
+void writeAtmosphere() {
+  const Atmosphere air;
+  write("atmosphere_1000hPa", atmosphereLevel(air, 0));
+  write("atmosphere_200hPa", atmosphereLevel(air, 7));
+  write("atmosphere_100hPa", atmosphereLevel(air, 9));
+  write("atmosphere_north_850hPa", atmosphereRoundPole(air, 1));
+  write("atmosphere", atmosphereVolume(air));
+}
+
+// ---- Oxygen in the ocean, without a value on land -------------------------------------------------------------------
+
+constexpr const char* kOxygen = "oxygen saturation in percent";
+
+PoParalCartesianGrid2D* oxygenGrid(const std::vector<float>& x, const std::vector<float>& y,
+                                   const std::vector<float>& oxygen) {
+  auto* grid = new PoParalCartesianGrid2D;
+  grid->setGeometry(sizeOf(x), sizeOf(y), x.data(), y.data());
+  grid->addValuesSet(0, oxygen.data(), kOxygen);
+  return grid;
+}
+
+void writeOcean() {
+  const DataSet data("ocean_oxygen");
+  const std::vector<float> longitudes = data.floats("x");
+  const std::vector<float> latitudes = data.floats("y");
+  std::vector<float> heights = data.floats("z");
+  for (float& height : heights) height = -height;
+  // The root of the depth gives the upper layers, where most happens, the room that they need.
+  std::vector<float> roots(heights);
+  for (float& root : roots) root = -2.2f * std::sqrt(-root);
+  const int numX = sizeOf(longitudes), numY = sizeOf(latitudes), numZ = sizeOf(heights);
+  const std::vector<float> oxygen = lastIndexFastest(data.floats("oxygen_saturation"), numX, numY, numZ);
+
+  const auto at = [&](int i, int j, int k) { return oxygen[static_cast<std::size_t>((i * numY + j) * numZ + k)]; };
+  const auto section = [&](int latitude) {
+    std::vector<float> values;
+    for (int i = 0; i < numX; ++i)
+      for (int k = 0; k < numZ; ++k) values.push_back(at(i, latitude, k));
+    return values;
+  };
+  const auto layer = [&](int depth) {
+    std::vector<float> values;
+    for (int i = 0; i < numX; ++i)
+      for (int j = 0; j < numY; ++j) values.push_back(at(i, j, depth));
+    return values;
+  };
+  write("ocean_section_11S", oxygenGrid(longitudes, roots, section(39)));    // 11.5 degrees south
+  write("ocean_section_50N", oxygenGrid(longitudes, heights, section(70)));  // 50.5 degrees north
+  write("ocean_400m", oxygenGrid(longitudes, latitudes, layer(12)));
+
+  auto* volume = new PoParalCartesianGrid3D;
+  volume->setGeometry(numX, numY, numZ, longitudes.data(), latitudes.data(), heights.data());
+  volume->addValuesSet(0, oxygen.data(), kOxygen);
+  write("ocean", volume);
+}
+
+// ---- Meshes that are meshes in the data already ---------------------------------------------------------------------
+
+// The coordinates of nodes that are stored together.
+std::vector<std::vector<float>> separated(const std::vector<float>& points, std::size_t dimensions) {
+  std::vector<std::vector<float>> coordinates(dimensions);
+  for (std::size_t i = 0; i < points.size(); ++i) coordinates[i % dimensions].push_back(points[i]);
+  return coordinates;
+}
+
+void writeChesapeakeBay() {
+  const DataSet data("chesapeake_bay_mesh");
+  const auto xy = separated(data.floats("points"), 2);
+  const std::vector<int32_t> cells = data.ints("triangle_cells");
+  auto* mesh = new PoTriangleMesh2D;
+  mesh->setGeometry(sizeOf(xy[0]), xy[0].data(), xy[1].data(), static_cast<int>(cells.size() / 3), cells.data());
+  mesh->addValuesSet(0, data.floats("depth").data(), "depth in m");
+  write("chesapeake_bay", mesh);
+}
+
+void addResults(PoMeshProperty* mesh, const DataSet& data) {
+  mesh->addValuesSet(0, data.floats("stress").data(), "equivalent stress in MPa");
+  mesh->addValuesSet(1, data.floats("temperature").data(), "temperature in degrees Celsius");
+  mesh->addValuesSet(2, data.floats("cell_stress").data(), PbMesh::PER_CELL, "equivalent stress of cells in MPa");
+  std::vector<SbVec3f> displacements;
+  const std::vector<float> moved = data.floats("displacement");
+  for (std::size_t i = 0; i < moved.size(); i += 3) displacements.emplace_back(moved[i], moved[i + 1], moved[i + 2]);
+  mesh->addVecsSet(0, displacements.data(), "displacement in mm");
+}
+
+void writeBrackets() {
+  {
+    const DataSet data("bracket_tetrahedra");
+    const auto xyz = separated(data.floats("points"), 3);
+    const std::vector<int32_t> cells = data.ints("tetrahedron_cells");
+    auto* mesh = new PoTetrahedronMesh3D;
+    mesh->setGeometry(sizeOf(xyz[0]), xyz[0].data(), xyz[1].data(), xyz[2].data(), static_cast<int>(cells.size() / 4),
+                      cells.data());
+    addResults(mesh, data);
+    write("bracket_tetrahedra", mesh);
+  }
+  const DataSet data("bracket_mixed");
+  const auto xyz = separated(data.floats("points"), 3);
+  std::vector<int> indices;
+  std::vector<int> sizes;
+  for (const auto& [name, size] : {std::pair("tetrahedron", 4), {"pyramid", 5}, {"wedge", 6}, {"hexahedron", 8}}) {
+    const std::vector<int32_t> cells = data.ints(std::string(name) + "_cells");
+    indices.insert(indices.end(), cells.begin(), cells.end());
+    sizes.insert(sizes.end(), cells.size() / static_cast<std::size_t>(size), size);
+  }
+  auto* mesh = new PoIndexedMesh3D;
+  mesh->setGeometry(sizeOf(xyz[0]), xyz[0].data(), xyz[1].data(), xyz[2].data(), static_cast<int>(sizes.size()),
+                    indices.data(), sizes.data());
+  addResults(mesh, data);
+  write("bracket_mixed", mesh);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::fprintf(stderr, "usage: gallery_meshes FOLDER\n");
+    return 2;
+  }
+  return gallery::run([argv] {
+    g_folder = argv[1];
+    std::filesystem::create_directories(g_folder);
+    writeTerrain();
+    writeAtmosphere();
+    writeOcean();
+    writeChesapeakeBay();
+    writeBrackets();
+  });
+}
