@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 namespace {
 

@@ -41,7 +41,7 @@
 
 #include "graph/frame/PiLibrary.h"
 #include "nodes/field/PiMeshClasses.h"
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 PO_NODE_ABSTRACT_SOURCE(PoNode)
 

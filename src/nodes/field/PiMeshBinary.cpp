@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kChunk = 16384;
 // Follows the name of a set with one element for each cell, behind a zero byte, where other readers don't look.
-constexpr std::string_view kPerCell("\0per cell", 9);
+constexpr std::string_view kPerCellMark("\0per cell", 9);
 
 static_assert(sizeof(float) == 4 && sizeof(int) == 4);
 
@@ -66,7 +66,7 @@ void PiBinaryMeshWriter::write(std::string_view string) {
 
 void PiBinaryMeshWriter::openSet(const std::string&, PbMesh::DataBinding binding, const SbString& name) {
   std::string string(name.getString());
-  if (binding == PbMesh::PER_CELL) string += kPerCell;
+  if (binding == PbMesh::PER_CELL) string += kPerCellMark;
   write(string);
 }
 
@@ -121,7 +121,7 @@ bool PiBinaryMeshReader::openSet(PbMesh::DataBinding& binding, SbString& name) {
   if (!read(string)) return false;
   name = string.c_str();
   const std::string_view rest = std::string_view(string).substr(static_cast<std::size_t>(name.getLength()));
-  binding = rest == kPerCell ? PbMesh::PER_CELL : PbMesh::PER_NODE;
+  binding = rest == kPerCellMark ? PbMesh::PER_CELL : PbMesh::PER_NODE;
   return true;
 }
 

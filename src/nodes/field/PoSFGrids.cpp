@@ -1,6 +1,6 @@
 #include "nodes/field/PiGridCodecs.h"
 #include "nodes/field/PiMeshField.h"
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 PI_MESH_FIELD_SOURCE(PoSFCartesianGrid2D, PbCartesianGrid2D)
 PI_MESH_FIELD_SOURCE(PoSFCartesianGrid3D, PbCartesianGrid3D)

@@ -1,6 +1,6 @@
 #include "nodes/field/PiIndexedCodecs.h"
 #include "nodes/field/PiMeshField.h"
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 PI_MESH_FIELD_SOURCE(PoSFHexahedronMesh3D, PbHexahedronMesh3D)
 PI_MESH_FIELD_SOURCE(PoSFIndexedMesh2D, PbIndexedMesh2D)

@@ -3,7 +3,7 @@
 #include <iterator>
 
 #include "nodes/field/PiMeshClasses.h"
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include "nodes/field/PiMeshClasses.h"
 #include "nodes/field/PiMeshField.h"
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 #define PI_MESH_NODE_SOURCE(Name)                                                          \
   PO_NODE_SOURCE(Po##Name)                                                                 \

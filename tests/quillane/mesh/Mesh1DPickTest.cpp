@@ -12,7 +12,7 @@
 #include <cmath>
 #include <random>
 
-#include "quillane/mesh/PiCurveSearch.h"
+#include "graph/chart/PiCurveSearch.h"
 #include "support/TestChart.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "quillane/mesh/PiCurvePath.h"
+#include "graph/chart/PiCurvePath.h"
 
 #include <Inventor/SbVec2f.h>
 

@@ -5,7 +5,7 @@
 
 #include <span>
 
-#include "quillane/mesh/PiMaterialMix.h"
+#include "graph/chart/PiMaterialMix.h"
 
 class PbDataMapping;
 class PbMesh;

@@ -1,4 +1,4 @@
-#include "quillane/mesh/PiCurveColoring.h"
+#include "graph/chart/PiCurveColoring.h"
 
 #include <Inventor/nodes/SoMaterial.h>
 #include <Ormelle/PbMesh.h>

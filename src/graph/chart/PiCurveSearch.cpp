@@ -1,4 +1,4 @@
-#include "quillane/mesh/PiCurveSearch.h"
+#include "graph/chart/PiCurveSearch.h"
 
 #include <algorithm>
 #include <cmath>

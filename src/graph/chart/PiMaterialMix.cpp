@@ -1,4 +1,4 @@
-#include "quillane/mesh/PiMaterialMix.h"
+#include "graph/chart/PiMaterialMix.h"
 
 #include <Inventor/SbColor.h>
 #include <Inventor/nodes/SoMaterial.h>

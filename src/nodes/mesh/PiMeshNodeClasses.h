@@ -1,5 +1,5 @@
-#ifndef ORMELLE_PIMESHNODES_H
-#define ORMELLE_PIMESHNODES_H
+#ifndef ORMELLE_PIMESHNODECLASSES_H
+#define ORMELLE_PIMESHNODECLASSES_H
 
 // All mesh nodes, for the tables of classes.
 

@@ -6,8 +6,8 @@
 #include <span>
 #include <vector>
 
-#include "quillane/mesh/PiMaterialMix.h"
-#include "quillane/mesh/PiNewArray.h"
+#include "graph/chart/PiMaterialMix.h"
+#include "graph/chart/PiNewArray.h"
 
 /// The polyline that joins nodes as an interpretation says.
 struct PiCurvePath {
