@@ -143,4 +143,38 @@ TEST_F(Kits, AreDrawnAndWrittenAsMeshes) {
   EXPECT_EQ(ply.vertices[0].position[0], 3.0f);
 }
 
+// A mesh in the file, its values mapped to colours, from red at 0 to blue at 1.
+TEST_F(Kits, AreBuiltFromTheMeshOfTheFile) {
+  writeScene("k.iv",
+             "PoRegularCartesianGrid2D { mesh 3 2 # num_x, num_y\n 0 0\n 4 1\n 0\n 0 # number of string data-set\n 1\n "
+             "0\n # set of scalars, index 0, binding per node\n \"v\"\n 0 0 0.5 0.5 1 1\n } "
+             "PoLinearDataMapping { value1 0 color1 1 0 0 value2 1 color2 0 0 1 } "
+             "PoMeshFilled { valuesIndex 0 coloringType COLOR_MAPPING } PoMeshLines { valuesIndex 0 }");
+  const json built = json::parse(runWell("info --json k.iv").out)["kits"];
+  ASSERT_EQ(built.size(), 2u);
+  EXPECT_EQ(built[0]["triangles"], 4);
+  EXPECT_NEAR(built[0]["area"].get<double>(), 4.0, 1e-9);
+  EXPECT_EQ(built[0]["bbox"], (json{0.0, 0.0, 0.0, 4.0, 1.0, 0.0}));
+  EXPECT_GT(built[0]["rebuild_ms"].get<double>(), 0.0);
+  EXPECT_EQ(built[1]["lines"], 7);
+  EXPECT_NEAR(built[1]["length"].get<double>(), 11.0, 1e-9);
+
+  runWell("geometry k.iv -o k.ply");
+  for (const Ply::Vertex& vertex : readPly(path("k.ply")).vertices) {
+    if (vertex.color[1] != 0) continue;  // of a line
+    EXPECT_NEAR(vertex.color[0], 255.0 * (1.0 - vertex.position[0] / 4.0), 1.0);
+    EXPECT_NEAR(vertex.color[2], 255.0 * vertex.position[0] / 4.0, 1.0);
+  }
+
+  // However it is converted, it shows the same.
+  for (const char* options : {"", "--binary", "--geometry", "--binary --geometry"}) {
+    runWell(std::string("convert k.iv c.iv ") + options);
+    json converted = json::parse(runWell("info --json c.iv").out)["kits"];
+    ASSERT_EQ(converted.size(), 2u) << options;
+    for (std::size_t i = 0; i < 2; ++i)
+      for (const char* key : {"type", "triangles", "lines", "area", "length", "bbox"})
+        EXPECT_EQ(converted[i][key], built[i][key]) << options << " " << key;
+  }
+}
+
 }  // namespace
