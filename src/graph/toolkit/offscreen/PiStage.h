@@ -26,7 +26,8 @@ struct PiViewpoint {
 /// Gives a scene what it needs to be seen: lights and a camera where it has none, and depth limits that hold all of it.
 ///
 /// The lights are a soft one from the viewer, a stronger one from the upper left, a weak one from the right that lights
-/// up the sides in shade, and one from behind that keeps surfaces with an averted normal from turning black. They stand before every camera, hence they follow each camera.
+/// up the sides in shade, and one from behind that keeps surfaces with an averted normal from turning black. They stand
+/// before every camera, hence they follow each camera.
 class PiStage {
  public:
   /// Looks at `scene` for pictures of the given size. Kits rebuild themselves meanwhile.
