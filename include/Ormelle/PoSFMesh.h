@@ -52,6 +52,8 @@ class SoOutput;
 /// the toolkit then posts its read error. Counts are not trusted: memory grows with what has been read.
 class ORMELLE_API PoSFMesh : public SoSField {
  public:
+  ~PoSFMesh() override;
+
   /// Registers the field classes in their fixed order, and takes them away again.
   static void initClasses();
   static void exitClasses();
@@ -72,7 +74,6 @@ class ORMELLE_API PoSFMesh : public SoSField {
 
  protected:
   PoSFMesh();
-  ~PoSFMesh() override;
 
  private:
   static SoType classTypeId;

@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::size_t kChunk = 16384;
+constexpr std::size_t kBinaryChunk = 16384;
 // Follows the name of a set with one element for each cell, behind a zero byte, where other readers don't look.
 constexpr std::string_view kPerCellMark("\0per cell", 9);
 
@@ -88,7 +88,7 @@ template bool PiBinaryMeshReader::read(int&);
 template <class T>
 bool PiBinaryMeshReader::read(std::size_t num, std::vector<T>& numbers) {
   while (num > 0) {
-    const std::size_t numOfChunk = std::min(num, kChunk);
+    const std::size_t numOfChunk = std::min(num, kBinaryChunk);
     const std::size_t first = numbers.size();
     numbers.resize(first + numOfChunk);
     T* const chunk = numbers.data() + first;
@@ -107,7 +107,7 @@ bool PiBinaryMeshReader::read(std::string& string) {
   if (!read(length) || length < 0) return false;
   string.clear();
   for (std::size_t left = static_cast<std::size_t>(length) + padding(static_cast<std::size_t>(length)); left > 0;) {
-    const std::size_t numOfChunk = std::min(left, kChunk);
+    const std::size_t numOfChunk = std::min(left, kBinaryChunk);
     string.resize(string.size() + numOfChunk);
     if (!readBytes(m_in, string.data() + string.size() - numOfChunk, numOfChunk)) return false;
     left -= numOfChunk;

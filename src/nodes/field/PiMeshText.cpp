@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t kNumbersPerLine = 15;
 constexpr std::string_view kStringSetCount = "number of string data-set";
-constexpr std::string_view kPerCell = "per cell";
+constexpr std::string_view kPerCellWords = "per cell";
 
 }  // namespace
 
@@ -93,7 +93,7 @@ bool PiTextMeshReader::countSets(int& numStrings, int& numValues, int& numVecs) 
 bool PiTextMeshReader::openSet(PbMesh::DataBinding& binding, SbString& name) {
   std::string comments, string;
   if (!m_scanner.skipBlanks(&comments) || !m_scanner.read(string)) return false;
-  binding = comments.find(kPerCell) == std::string::npos ? PbMesh::PER_NODE : PbMesh::PER_CELL;
+  binding = comments.find(kPerCellWords) == std::string::npos ? PbMesh::PER_NODE : PbMesh::PER_CELL;
   name = string.c_str();
   return true;
 }
