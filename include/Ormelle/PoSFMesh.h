@@ -63,11 +63,8 @@ class ORMELLE_API PoSFMesh : public SoSField {
   static SoType getClassTypeId();
 
   /// The mesh, which belongs to the field, also for changes. From then on the field counts as set and is written, even
-  /// if it was never given a value. Kits see changes at once; call touch() for fields that are connected to this one.
+  /// if it was never given a value. Kits see changes at once; call `touch` for fields and sensors that watch this one.
   virtual PbMesh* getMesh() = 0;
-
-  /// Says that the mesh was changed: notifies whoever watches the field, and has it written.
-  void touch() override;
 
   SbBool readValue(SoInput* in) override = 0;
   void writeValue(SoOutput* out) const override = 0;

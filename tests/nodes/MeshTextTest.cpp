@@ -85,35 +85,56 @@ TEST(NumberText, ReadsWhatPeopleAndOtherProgramsWrite) {
     EXPECT_EQ(numberOf(text), 12345) << text;
 }
 
-// Blocks of every length near the places where the scanner changes its way of reading take exactly what is theirs.
+namespace {
+
+// What the toolkit still has when a block of numbers or strings was read from the front of a text; "failed" if it
+// wasn't read as expected.
+std::string restOf(const std::string& text, const std::vector<float>& numbers) {
+  SoInput in;
+  in.setBuffer(text.data(), text.size());
+  PiTextScanner scanner(in);
+  std::vector<float> read;
+  if (!scanner.read(numbers.size(), read) || read != numbers) return "failed";
+  std::string rest;
+  for (char c; in.get(c);) rest += c;
+  return rest;
+}
+std::string restOf(const std::string& text, const std::vector<std::string>& strings) {
+  SoInput in;
+  in.setBuffer(text.data(), text.size());
+  PiTextScanner scanner(in);
+  PiStringList read;
+  if (!scanner.read(strings.size(), read) || read.get<std::string>(strings.size()) != strings) return "failed";
+  std::string rest;
+  for (char c; in.get(c);) rest += c;
+  return rest;
+}
+
+}  // namespace
+
+// Blocks of any length near the places where the scanner changes its way of reading take exactly what is theirs, also
+// if they are as short as they can be.
 TEST(TextScanner, TakesNothingOfWhatComesBehindABlock) {
   PoOrmelle::init();
   std::mt19937 random(5);
-  for (const int num : {1, 2, 511, 512, 513, 514, 515, 600, 2000, 33000, 66000, 100000})
-    for (const char* separators : {" ", "\n\t  ", " # 7 8\n"}) {
-      std::string numbers, strings;
-      std::vector<float> expected;
-      for (int i = 0; i < num; ++i) {
-        const int digits = static_cast<int>(random() % 3);
-        expected.push_back(static_cast<float>(random() % (digits == 0 ? 10 : digits == 1 ? 1000 : 100000000)));
-        numbers += (i ? separators : "") + textOf(expected.back());
-        strings += i % 3 ? "\"\"" : "\"a\\\"\"";
+  for (const std::size_t num : {1, 2, 511, 512, 513, 514, 515, 600, 2000, 33000, 66000, 100000})
+    for (const bool isShortest : {true, false}) {
+      std::string numberText, stringText, wordText;
+      std::vector<float> numbers;
+      std::vector<std::string> strings, words;
+      for (std::size_t i = 0; i < num; ++i) {
+        const bool isShort = isShortest || random() % 3 == 0;
+        numbers.push_back(static_cast<float>(random() % (isShort ? 10 : 100000000)));
+        numberText += (i == 0 ? "" : isShort ? " " : "\n  # 7 8\n\t") + textOf(numbers.back());
+        strings.emplace_back(isShort ? "" : "a\" b");
+        stringText += isShort ? "\"\"" : " \"a\\\" b\"";
+        words.emplace_back(isShort ? "a" : "\\word");
+        wordText += (i == 0 ? "" : " ") + words.back();
       }
-      for (const char* rest : {"~", "# comment\n~", "\n=~", "~~~~~~~~"}) {
-        const std::string text = numbers + " " + strings + rest;
-        SoInput in;
-        in.setBuffer(text.data(), text.size());
-        PiTextScanner scanner(in);
-        std::vector<float> read;
-        PiStringList list;
-        ASSERT_TRUE(scanner.read(static_cast<std::size_t>(num), read));
-        ASSERT_EQ(read, expected) << num;
-        ASSERT_TRUE(scanner.read(static_cast<std::size_t>(num), list));
-        const auto words = list.get<std::string>(static_cast<std::size_t>(num));
-        for (int i = 0; i < num; ++i) ASSERT_EQ(words[static_cast<std::size_t>(i)], i % 3 ? "" : "a\"") << i;
-        std::string left;
-        for (char c; in.get(c);) left += c;
-        ASSERT_EQ(left, rest) << num;
+      for (const std::string rest : {"~", "# comment\n~", "=~", "}~~~~~~~"}) {
+        ASSERT_EQ(restOf(numberText + rest, numbers), rest) << num;
+        ASSERT_EQ(restOf(stringText + rest, strings), rest) << num;
+        ASSERT_EQ(restOf(wordText + "\n" + rest, words), "\n" + rest) << num;
       }
     }
 }

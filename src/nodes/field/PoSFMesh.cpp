@@ -42,8 +42,3 @@ SoType PoSFMesh::getClassTypeId() { return classTypeId; }
 
 PoSFMesh::PoSFMesh() = default;
 PoSFMesh::~PoSFMesh() = default;
-
-void PoSFMesh::touch() {
-  setDefault(FALSE);
-  SoSField::touch();
-}
