@@ -80,8 +80,7 @@ class CornerFinder {
 
   bool standsAt(int index, const SbVec3f& point) const {
     if (!m_coordinates || index < 0 || index >= m_coordinates->getNum()) return false;
-    const SbVec3f coordinate = m_coordinates->get3(index);
-    return std::memcmp(coordinate.getValue(), point.getValue(), 3 * sizeof(float)) == 0;
+    return keyOf(m_coordinates->get3(index)) == keyOf(point);
   }
 
   int findInFace(const SoFaceDetail* face, const SbVec3f& point) {

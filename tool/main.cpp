@@ -53,6 +53,7 @@ int run(const std::function<void()>& command) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape): commands catch; the options themselves can only run out of memory
 int main(int argc, char** argv) {
   CLI::App app("Draws, measures and converts scenes with Ormelle's representations in them.", "ormelle");
   app.set_version_flag("--version", std::string("ormelle ") + PoOrmelle::getVersion());

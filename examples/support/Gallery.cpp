@@ -144,7 +144,7 @@ int run(const std::function<void()>& draw) {
   }
 }
 
-void render(SoNode* scene, const std::string& name, const Picture& picture, std::source_location program) {
+void render(SoNode* scene, const std::string& name, const Picture& picture, const char* program) {
   const bool hasTitle = picture.isTitleShown && !picture.title.empty();
   auto* root = new SoSeparator;
   root->ref();
@@ -175,7 +175,7 @@ void render(SoNode* scene, const std::string& name, const Picture& picture, std:
     const std::filesystem::path folder = outputFolder();
     problem =
         offscreen.draw(root) ? offscreen.picture().writePng((folder / (name + ".png")).string()) : offscreen.error();
-    if (problem.empty()) writeSidecar((folder / (name + ".json")).string(), picture, program.file_name(), buildSeconds);
+    if (problem.empty()) writeSidecar((folder / (name + ".json")).string(), picture, program, buildSeconds);
     root->removeAllChildren();
   }
   root->unref();

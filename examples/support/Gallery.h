@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
-#include <source_location>
 #include <string>
 #include <vector>
 
@@ -104,9 +103,9 @@ inline const SbColor kSoftUpper(0.80f, 0.85f, 0.91f);
 inline const SbColor kSoftLower(0.98f, 0.98f, 0.99f);
 
 /// Draws `scene` into `<out>/<name>.png` and writes `<out>/<name>.json` for the gallery's page beside it. `<out>` is
-/// what ORMELLE_GALLERY_DIR names, else the folder `gallery` of the build. Throws if that fails.
-void render(SoNode* scene, const std::string& name, const Picture& picture,
-            std::source_location program = std::source_location::current());
+/// what ORMELLE_GALLERY_DIR names, else the folder `gallery` of the build. Throws if that fails. `program` is the
+/// source that calls (clang 14 has no std::source_location).
+void render(SoNode* scene, const std::string& name, const Picture& picture, const char* program = __builtin_FILE());
 
 }  // namespace gallery
 

@@ -218,9 +218,10 @@ std::vector<SbVec3f> PiStage::corners() const {
     low.setValue(-1.0f, -1.0f, -1.0f);
     high.setValue(1.0f, 1.0f, 1.0f);
   }
-  std::vector<SbVec3f> all;
+  std::vector<SbVec3f> all(8);
   for (int i = 0; i < 8; ++i)
-    all.emplace_back((i & 1) ? high[0] : low[0], (i & 2) ? high[1] : low[1], (i & 4) ? high[2] : low[2]);
+    all[static_cast<std::size_t>(i)].setValue((i & 1) ? high[0] : low[0], (i & 2) ? high[1] : low[1],
+                                              (i & 4) ? high[2] : low[2]);
   return all;
 }
 
