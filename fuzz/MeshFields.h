@@ -11,7 +11,7 @@
 #include <string>
 
 #include "nodes/field/PiMeshClasses.h"
-#include "nodes/mesh/PiMeshNodes.h"
+#include "nodes/mesh/PiMeshNodeClasses.h"
 
 /// What the fuzz targets of the mesh fields share with the program that makes their first inputs. An input is the
 /// number of a field class in one byte, and then a value of that field.
