@@ -149,9 +149,8 @@ template bool PiTextScanner::readNumbers(std::size_t, std::vector<int>&);
 
 bool PiTextScanner::read(std::string& string) {
   string.clear();
-  if (!skipBlanks()) return false;
   char c;
-  get(c);
+  if (!skipBlanks() || !get(c)) return false;
   if (c != '"') {
     do {
       if (isBlank(c)) {
