@@ -10,7 +10,7 @@ files() {
   if git rev-parse --is-inside-work-tree >/dev/null 2>&1; then
     git ls-files --cached --others --exclude-standard -- "$@" 2>/dev/null
   else
-    find . -path ./build -prune -o -type f -print | sed 's#^\./##' | while IFS= read -r file; do
+    find . \( -path ./build -o -path ./.git \) -prune -o -type f -print | sed 's#^\./##' | while IFS= read -r file; do
       for pattern; do
         # shellcheck disable=SC2053  # the right side is a pattern
         [[ $file == $pattern ]] && echo "$file" && break
