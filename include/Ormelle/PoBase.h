@@ -93,6 +93,11 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// While on, text and boxes are built of what conversion to VRML 2 can carry, whatever the text type.
   static void setVRML2Mode(int on) { m_isVRML2Mode = on; }
   static int isVRML2Mode() { return m_isVRML2Mode; }
+  /// How many threads a rebuild may use; 0 and below, the default: as many as the machine has cores. What is built doesn't
+  /// depend on it.
+  static void setNumThreads(int num);
+  /// The number in force, at least 1.
+  static int getNumThreads();
   /// @}
 
   static void* operator new(std::size_t size);

@@ -15,6 +15,7 @@
 #include <Ormelle/PoMiscTextAttrElement.h>
 
 #include "graph/frame/PiLibrary.h"
+#include "graph/frame/PiParallel.h"
 #include "graph/frame/PoBaseSavedFlags.h"
 
 PO_KIT_ABSTRACT_SOURCE(PoBase)
@@ -41,6 +42,9 @@ class PoBase::Quiet {
 void PoBase::init() { PiLibrary::init(); }
 int PoBase::isInitialized() { return PiLibrary::isInitialized(); }
 void PoBase::finish() { PiLibrary::finish(); }
+
+void PoBase::setNumThreads(int num) { PiParallel::setNumThreads(num); }
+int PoBase::getNumThreads() { return PiParallel::numThreads(); }
 
 void* PoBase::operator new(std::size_t size) {
   PiLibrary::retain();
