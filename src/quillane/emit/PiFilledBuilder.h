@@ -12,8 +12,9 @@
 
 /// Paints the cells of a surface mesh, of whatever class, under one of the plain colourings.
 ///
-/// It appends to the group: a material binding, coordinates and a shape; and makes the material. The shape is a
-/// SoQuadMesh for a grid and a SoIndexedFaceSet for other meshes, and for a grid with cells that can't be drawn.
+/// It appends to the group: a material binding, or the binding and coordinates of a texture; coordinates and a shape;
+/// and makes the material. The shape is a SoQuadMesh for a grid and a SoIndexedFaceSet for other meshes, and for a grid
+/// with cells that can't be drawn.
 class PiFilledBuilder : public PiMeshEmitter {
  public:
   using PiMeshEmitter::PiMeshEmitter;
@@ -45,6 +46,13 @@ void PiFilledBuilder::build(const View& view) {
       const PiDrawnNodes drawn = emitCoordinates(view);
       emitShape(view, drawn);
       colorNodes(drawn, view.numNodes());
+      break;
+    }
+    case PoMesh::COLOR_TEXTURE_CONTOURING: {
+      bindTexture();
+      const PiDrawnNodes drawn = emitCoordinates(view);
+      emitShape(view, drawn);
+      textureNodes(view.numNodes());
       break;
     }
     default:

@@ -8,13 +8,15 @@
 
 #include "quillane/emit/PiDrawnNodes.h"
 #include "quillane/emit/PiMeshNodes.h"
+#include "quillane/emit/PiTextureContouring.h"
 #include "quillane/view/PiView2D.h"
 
 /// What is to be drawn of a surface mesh.
 struct PiMeshRequest {
-  int coloring = PoMesh::COLOR_INHERITED;  ///< a PoMesh::ColoringType
-  const float* values = nullptr;           ///< one for each node; null exactly if the colouring is inherited
-  const PbDataMapping* mapping = nullptr;  ///< as `values`
+  int coloring = PoMesh::COLOR_INHERITED;      ///< a PoMesh::ColoringType
+  const float* values = nullptr;               ///< one for each node; null exactly if the colouring is inherited
+  const PbDataMapping* mapping = nullptr;      ///< as `values`
+  const PiTextureContouring* bands = nullptr;  ///< given if the colouring is COLOR_TEXTURE_CONTOURING
 };
 
 /// The steps that drawing the cells and drawing the edges of a mesh have in common. Each appends its node to the group.
@@ -24,11 +26,15 @@ class PiMeshEmitter {
 
  protected:
   void bindMaterial(SoMaterialBinding::Binding binding);
+  /// The texture of the bands, and the node for its coordinates.
+  void bindTexture();
   /// One point for each node. Returns the nodes that can be drawn.
   template <PiView2D View>
   PiDrawnNodes emitCoordinates(const View& view);
   /// One colour for each node.
   void colorNodes(const PiDrawnNodes& drawn, int numNodes);
+  /// One texture coordinate for each node.
+  void textureNodes(int numNodes);
 
   const PiMeshRequest m_request;
   PiMeshNodes& m_nodes;

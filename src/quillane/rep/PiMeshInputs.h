@@ -6,6 +6,7 @@
 #include <Ormelle/PbMesh2D.h>
 
 #include "graph/frame/PiConnectedSlot.h"
+#include "quillane/emit/PiTextureContouring.h"
 
 /// One data object that a kit uses: given by the application, or else found on the traversal state. The kit is
 /// connected to it either way, so that a change of the object itself is seen even where no node was touched.
@@ -32,7 +33,7 @@ class PiMeshInput {
   PiConnectedSlot<T> m_found;
 };
 
-/// The data objects of a mesh kit.
+/// The data objects of a mesh kit, and the texture that is made of two of them.
 class PiMeshInputs {
  public:
   explicit PiMeshInputs(const PoBase* kit) : slots(kit) {}
@@ -51,6 +52,8 @@ class PiMeshInputs {
   PiMeshInput<PbDataMapping> dataMapping{slots};
   PiMeshInput<PbDataMapping> moduleDataMapping{slots};
   PiMeshInput<PbIsovaluesList> isovaluesList{slots};
+  /// Of the mapping and the isovalues of the rebuild under way, if its colouring is COLOR_TEXTURE_CONTOURING.
+  PiTextureContouring textureContouring;
 };
 
 #endif

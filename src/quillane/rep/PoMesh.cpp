@@ -218,6 +218,12 @@ void PoMesh::preRebuild() {
   const bool isContouring = m_currentColoring == COLOR_CONTOURING || m_currentColoring == COLOR_TEXTURE_CONTOURING;
   if (isContouring && !m_currentIsovaluesList) m_currentColoring = COLOR_MAPPING;
   setTextureQuality();
+  if (m_currentColoring == COLOR_TEXTURE_CONTOURING) {
+    PiTextureContouring& bands = m_inputs->textureContouring;
+    bands.setDataMapping(m_currentDataMapping);
+    bands.setIsovaluesList(m_currentIsovaluesList);
+    bands.buildTexture();
+  }
   if (!m_currentDataMapping || !hasValuesToColor(m_currentMesh)) m_currentColoring = COLOR_INHERITED;
 }
 
@@ -242,7 +248,7 @@ void PoMesh::postRebuild() {
   inherited::postRebuild();
   if (m_currentColoring == COLOR_TEXTURE_CONTOURING) {
     // The texture is multiplied with the material.
-    auto* material = static_cast<SoMaterial*>(getPart("appearance.material", FALSE));
+    auto* material = static_cast<SoMaterial*>(getPart("appearance.material", TRUE));
     if (material) material->diffuseColor = SbColor(1, 1, 1);
   }
   m_previousColoring = m_currentColoring;

@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "quillane/emit/PiFilledBuilder.h"
+#include "quillane/rep/PiMeshInputs.h"
 #include "quillane/rep/PiMeshScratch.h"
 #include "quillane/view/PiIndexedView2D.h"
 
@@ -20,12 +21,9 @@ PO_KIT_SOURCE(PoMeshFilled)
 
 namespace {
 
-/// The colouring that is drawn where `coloring` is asked for. Bands aren't made yet, neither cut nor by texture: their
-/// place is taken by colours mapped node by node.
-int drawnColoring(int coloring) {
-  const bool isBands = coloring == PoMesh::COLOR_CONTOURING || coloring == PoMesh::COLOR_TEXTURE_CONTOURING;
-  return isBands ? PoMesh::COLOR_MAPPING : coloring;
-}
+/// The colouring that is drawn where `coloring` is asked for. Cells aren't cut into bands yet: the place of bands is
+/// taken by colours mapped node by node.
+int drawnColoring(int coloring) { return coloring == PoMesh::COLOR_CONTOURING ? PoMesh::COLOR_MAPPING : coloring; }
 
 }  // namespace
 
@@ -98,7 +96,8 @@ void PoMeshFilled::fill(const Mesh& mesh) {
   if (!nodes().group) return;
   const float* values = nodeValuesToColor(mesh);
   m_currentColoring = drawnColoring(m_currentColoring);
-  PiFilledBuilder({m_currentColoring, values, m_currentDataMapping}, nodes()).build(viewOf(mesh, heights(mesh)));
+  PiFilledBuilder({m_currentColoring, values, m_currentDataMapping, &inputs().textureContouring}, nodes())
+      .build(viewOf(mesh, heights(mesh)));
 }
 
 void PoMeshFilled::regularCartGridFilled(const PbRegularCartesianGrid2D* mesh) { fill(*mesh); }
