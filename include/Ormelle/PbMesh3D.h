@@ -4,6 +4,9 @@
 #include <Ormelle/PbMesh.h>
 
 class PiCellOctree;
+class PiMeshSkin;
+class PiSkinCache;
+class PoCellFilter;
 class PoMesh3D;
 class PoMesh3DVec;
 class PoMeshCrossContour;
@@ -33,6 +36,14 @@ class ORMELLE_API PbMesh3D : public PbMesh {
   /// Number of facets that the skin may have at most, to reserve memory; 0 if unknown.
   virtual int evaluateSkinFacesNum() const;
 
+  /// The facets that one cell only has, of the cells that `filter` accepts when it is given the set of values
+  /// `value_set_index`, or of all cells if it is null. For the library's own algorithms.
+  ///
+  /// The mesh keeps the skin for each filter, and all who ask share it. It is made anew when the cells of the mesh, the
+  /// filter (its node id) or the values given to it have changed, and then has a new `skin_id`. It belongs to the mesh;
+  /// the next request for the same filter may change it.
+  PiMeshSkin* getSkinTopology(const PoCellFilter* filter, int value_set_index, unsigned int& skin_id) const;
+
   /// Sum of the volumes of all cells that have finite coordinates.
   float getVolume() const override;
   /// 0.
@@ -51,6 +62,7 @@ class ORMELLE_API PbMesh3D : public PbMesh {
 
  private:
   mutable std::unique_ptr<PiCellOctree> m_octree;
+  mutable std::shared_ptr<PiSkinCache> m_skins;  // shared, so that its type needn't be known where meshes end
 };
 
 #endif

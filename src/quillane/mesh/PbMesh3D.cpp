@@ -6,7 +6,7 @@
 
 PbMesh3D::PbMesh3D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}
 
-PbMesh3D::PbMesh3D(const PbMesh3D& other) : PbMesh(other), m_octree(nullptr) {}
+PbMesh3D::PbMesh3D(const PbMesh3D& other) : PbMesh(other), m_octree(nullptr), m_skins(nullptr) {}
 
 PbMesh3D& PbMesh3D::operator=(const PbMesh3D& other) {
   if (this == &other) return *this;
