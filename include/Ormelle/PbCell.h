@@ -12,6 +12,7 @@ class PbArrayOfFloat;
 class PbArrayOfInt;
 class PbMesh;
 class PiMarchingCase;
+class PoMesh3D;
 class SbPlane;
 struct PiCellTopology;
 
@@ -122,6 +123,11 @@ class ORMELLE_API PbCell : public PbBase {
   /// How a level surface cuts a cell of this kind when the nodes in the bits of `caseId` are on its far side. Null for
   /// surface cells, for ids beyond the last of the kind and while the library isn't initialised. The library owns it.
   virtual PiMarchingCase* getMCcase(unsigned char caseId) const;
+
+  /// Adds the part of a level surface inside this cell to the surface that `mesh3d` is making: triangle strips, or with
+  /// `asStrips` 0 polygons. `flags` has one entry a node of the mesh and tells on which side of the surface the node
+  /// is. Returns 1, or 0 if the cell is wholly on one side.
+  int addLevelSurfPart(PoMesh3D* mesh3d, const std::vector<bool>& flags, int asStrips) const;
 
  protected:
   PbCell(const PbMesh* mesh, const PiCellTopology& topology);

@@ -59,6 +59,12 @@ class ORMELLE_API PbIndexedMesh3D : public PbMesh3D {
   void getCoordinates(const float*& x, const float*& y, const float*& z, int& num_x, int& num_y,
                       int& num_z) const override;
   void print(FILE* file) const override;
+
+  void meshSkin(PoMeshSkin* rep) const override;
+  void meshLevelSurfShapeIndices(PoMesh3D* rep, int set_index, const float* values) const override;
+  void meshCrossSection(PoMeshCrossSection* rep) const override;
+  void meshCrossContour(PoMeshCrossContour* rep) const override;
+  void meshSkeleton(PoMeshSkeleton* rep, const float* values, float* x, float* y, float* z) const override;
   /// True when there is no node or no array of cells.
   int isEmpty() const override;
 

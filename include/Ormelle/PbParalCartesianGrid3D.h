@@ -35,6 +35,12 @@ class ORMELLE_API PbParalCartesianGrid3D : public PbCartesianGrid3D {
   int isCrossSectionOptimal() const override;
   void print(FILE* file) const override;
 
+  void meshSkin(PoMeshSkin* rep) const override;
+  void meshLevelSurfShapeIndices(PoMesh3D* rep, int set_index, const float* values) const override;
+  void meshCrossSection(PoMeshCrossSection* rep) const override;
+  void meshCrossContour(PoMeshCrossContour* rep) const override;
+  void meshSkeleton(PoMeshSkeleton* rep, const float* values, float* x, float* y, float* z) const override;
+
   using PbGrid3D::getNodeCoord;
   SbVec3f getNodeCoord(int i, int j, int k) const override;
 

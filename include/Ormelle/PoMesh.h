@@ -154,6 +154,7 @@ class ORMELLE_API PoMesh : public PoQuillane {
 
   PiMeshInputs& inputs() const { return *m_inputs; }
   PiMeshNodes& nodes() const { return *m_nodes; }
+  PiMeshBuffers& buffers() const { return *m_buffers; }
 
   /// @name What the rebuild under way uses, settled by preRebuild()
   /// @{

@@ -25,6 +25,7 @@ class PiIndexList {
   }
   void reserve(std::size_t capacity);
   void clear() { m_size = 0; }
+  const std::int32_t* data() const { return m_indices.get(); }
   std::size_t size() const { return m_size; }
   std::size_t capacity() const { return m_capacity; }
   /// Gives the list to `field`, which frees it, and starts an empty one. A list that is longer than a field can be

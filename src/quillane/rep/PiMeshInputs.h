@@ -4,6 +4,7 @@
 #include <Ormelle/PbDataMapping.h>
 #include <Ormelle/PbIsovaluesList.h>
 #include <Ormelle/PbMesh2D.h>
+#include <Ormelle/PbMesh3D.h>
 
 #include "graph/frame/PiConnectedSlot.h"
 #include "quillane/emit/PiTextureContouring.h"
@@ -41,6 +42,7 @@ class PiMeshInputs {
   void copyGiven(const PiMeshInputs& from) {
     mesh.give(from.mesh.given());
     mesh2D.give(from.mesh2D.given());
+    mesh3D.give(from.mesh3D.given());
     dataMapping.give(from.dataMapping.given());
     moduleDataMapping.give(from.moduleDataMapping.given());
     isovaluesList.give(from.isovaluesList.given());
@@ -49,6 +51,7 @@ class PiMeshInputs {
   PiConnectedSlots slots;
   PiMeshInput<PbMesh> mesh{slots};
   PiMeshInput<PbMesh2D> mesh2D{slots};
+  PiMeshInput<PbMesh3D> mesh3D{slots};
   PiMeshInput<PbDataMapping> dataMapping{slots};
   PiMeshInput<PbDataMapping> moduleDataMapping{slots};
   PiMeshInput<PbIsovaluesList> isovaluesList{slots};

@@ -4,6 +4,7 @@
 #include <Ormelle/PbPyramidCell.h>
 #include <Ormelle/PbTetrahedronCell.h>
 #include <Ormelle/PbWedgeCell.h>
+#include <Ormelle/PoMesh3D.h>
 #include <Ormelle/PoMeshFilled.h>
 #include <Ormelle/PoMeshLimit.h>
 #include <Ormelle/PoMeshLines.h>
@@ -19,6 +20,7 @@ namespace {
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
 constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D), PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
                                       PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit)};
+constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D)};
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
                                    PI_TABLES(PbWedgeCell)};
 
@@ -35,10 +37,12 @@ void PoQuillane::initClasses() {
   piInitClasses(kRoots);
   piInitClasses(kSurfaces);
   piInitClasses(kCells);
+  piInitClasses(kVolumes);
 }
 
 void PoQuillane::exitClasses() {
   piExitClasses(kSurfaces);
+  piExitClasses(kVolumes);
   piExitClasses(kCells);
   piExitClasses(kRoots);
 }

@@ -1,0 +1,89 @@
+// The second half of the double dispatch of volumes: each concrete mesh calls the representation back with its own
+// type, and each cell writes its part to the representation that makes a surface.
+
+#include <array>
+
+#include <Ormelle/PbCartesianGrid3D.h>
+#include <Ormelle/PbCell.h>
+#include <Ormelle/PbIndexedMesh3D.h>
+#include <Ormelle/PbParalCartesianGrid3D.h>
+#include <Ormelle/PbRegularCartesianGrid3D.h>
+#include <Ormelle/PoMesh3D.h>
+
+#include "quillane/marching/PiLevelSurfPart.h"
+
+// --- level surface --------------------------------------------------------------------------------------------------
+
+void PbRegularCartesianGrid3D::meshLevelSurfShapeIndices(PoMesh3D* rep, int, const float* values) const {
+  rep->regularGrid3DLevelSurf(this, values);
+}
+void PbParalCartesianGrid3D::meshLevelSurfShapeIndices(PoMesh3D* rep, int, const float* values) const {
+  rep->paralCartGrid3DLevelSurf(this, values);
+}
+void PbCartesianGrid3D::meshLevelSurfShapeIndices(PoMesh3D* rep, int, const float* values) const {
+  rep->cartGrid3DLevelSurf(this, values);
+}
+void PbIndexedMesh3D::meshLevelSurfShapeIndices(PoMesh3D* rep, int, const float* values) const {
+  rep->indexedMeshLevelSurf(this, values);
+}
+
+namespace {
+
+/// A kit that makes a surface, as what a cell writes to.
+struct KitAsSink {
+  struct CoordIndices {
+    PoMesh3D& kit;
+    void push_back(int index) const { kit.push_back_coord_index(index); }
+  };
+  struct CellIndices {
+    PoMesh3D& kit;
+    void push_back(int index) const { kit.push_back_cell_index(index); }
+  };
+
+  explicit KitAsSink(PoMesh3D& kit) : m_kit(kit), coordIndices{kit}, cellIndices{kit} {}
+  void addSurfPoint(int a, int b, int& index) const { m_kit.addSurfPoint(a, b, index); }
+  void addOptQuadrangle(const std::array<int, 4>& corners, int cell) const {
+    m_kit.addOptQuadrangle(corners[0], corners[1], corners[2], corners[3], cell);
+  }
+
+ private:
+  PoMesh3D& m_kit;
+
+ public:
+  CoordIndices coordIndices;
+  CellIndices cellIndices;
+};
+
+}  // namespace
+
+int PbCell::addLevelSurfPart(PoMesh3D* mesh3d, const std::vector<bool>& flags, int asStrips) const {
+  const unsigned char id = getIsosurfCaseId(flags);
+  const PiMarchingCase* part = id ? getMCcase(id) : nullptr;
+  if (!part || !mesh3d) return 0;
+  KitAsSink sink(*mesh3d);
+  ::addLevelSurfPart(*part, m_nodeIndices, m_index, asStrips != 0, sink);
+  return 1;
+}
+
+// --- skin, sections, skeleton ---------------------------------------------------------------------------------------
+// Those kits aren't there yet.
+
+void PbRegularCartesianGrid3D::meshSkin(PoMeshSkin*) const {}
+void PbParalCartesianGrid3D::meshSkin(PoMeshSkin*) const {}
+void PbCartesianGrid3D::meshSkin(PoMeshSkin*) const {}
+void PbIndexedMesh3D::meshSkin(PoMeshSkin*) const {}
+
+void PbRegularCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
+void PbParalCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
+void PbCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
+void PbIndexedMesh3D::meshCrossSection(PoMeshCrossSection*) const {}
+
+void PbRegularCartesianGrid3D::meshCrossContour(PoMeshCrossContour*) const {}
+void PbParalCartesianGrid3D::meshCrossContour(PoMeshCrossContour*) const {}
+void PbCartesianGrid3D::meshCrossContour(PoMeshCrossContour*) const {}
+void PbIndexedMesh3D::meshCrossContour(PoMeshCrossContour*) const {}
+
+void PbRegularCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
+void PbParalCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
+void PbCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
+void PbIndexedMesh3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}

@@ -1,0 +1,88 @@
+#ifndef ORMELLE_PISURFACESTORE_H
+#define ORMELLE_PISURFACESTORE_H
+
+#include <optional>
+#include <vector>
+
+#include <Inventor/nodes/SoCoordinate3.h>
+#include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoIndexedShape.h>
+#include <Inventor/nodes/SoMaterial.h>
+#include <Ormelle/PoMesh3D.h>
+
+#include "graph/toolkit/PiNodeRef.h"
+#include "quillane/surface/PiPairTable.h"
+#include "quillane/surface/PiQuadMerge.h"
+
+/// How often each pass of the surface has run in the life of a kit. For tests.
+struct PiSurfacePasses {
+  int topology = 0, coordinates = 0, normals = 0, colors = 0, textures = 0, contouring = 0;
+  bool operator==(const PiSurfacePasses&) const = default;
+};
+
+/// What each pass depends on. A pass runs when its key differs from that of its last run.
+struct PiTopologyKey {
+  unsigned mesh, geometry, values, filter, filterValues;
+  int valuesIndex, filterIndex;
+  float iso;
+  int orientation;
+  bool areStrips;
+  bool operator==(const PiTopologyKey&) const = default;
+};
+struct PiNormalsKey {
+  int topology;
+  float creaseAngle;
+  bool operator==(const PiNormalsKey&) const = default;
+};
+struct PiColorsKey {
+  int topology;
+  unsigned values;
+  int valuesIndex;
+  bool isLevelData;
+  unsigned mapping;
+  bool operator==(const PiColorsKey&) const = default;
+};
+
+/// The surface that a volume kit keeps between rebuilds: points, indices, and the nodes that hold them.
+struct PiSurfaceStore {
+  PiPairTable points;
+  PiQuadMerge quadrangles;
+  PiGrowBuffer<int> cells;  ///< the cell of each facet
+
+  /// What the group and the parts of the kit hold. `shape` also keeps the indices of the whole surface while the group
+  /// shows a shape without the transparent parts, or bands.
+  PiNodeRef<SoGroup> group;
+  PiNodeRef<SoMaterial> material;
+  PiNodeRef<SoCoordinate3> coordinate;
+  PiNodeRef<SoIndexedShape> shape;
+  bool isReduced = false;  ///< the group shows a shape without the transparent parts
+
+  bool areStrips = true;
+  float iso = 0;  ///< moved off the values of the nodes
+
+  std::optional<PiTopologyKey> topologyKey;
+  std::optional<PiNormalsKey> normalsKey;
+  std::optional<PiColorsKey> colorsKey, texturesKey;
+  PiSurfacePasses passes;
+  std::vector<float> pointValues;  ///< scratch: one for each point
+
+  void forget() {
+    group.reset();
+    material.reset();
+    coordinate.reset();
+    shape.reset();
+    isReduced = false;
+    topologyKey.reset();
+    normalsKey.reset();
+    colorsKey.reset();
+    texturesKey.reset();
+  }
+  std::size_t memorySize() const {
+    return points.pointMemorySize() + quadrangles.memorySize() + cells.capacity() * sizeof(int) +
+           pointValues.capacity() * sizeof(float);
+  }
+
+  static const PiSurfacePasses& passesOf(const PoMesh3D& kit) { return kit.m_surface->passes; }
+};
+
+#endif
