@@ -7,6 +7,7 @@
 #include <Ormelle/PbIsovaluesList.h>
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <vector>
 
@@ -54,11 +55,11 @@ void PiTextureContouring::setIsovaluesList(const PbIsovaluesList* list) {
   m_lastCoord = static_cast<float>(m_numIso) * m_firstCoord;
   m_spanCoord = m_lastCoord - m_firstCoord;
   if (m_numIso > 1) m_stepCoord = m_spanCoord / static_cast<float>(m_numIso - 1);
-  m_scale = m_spanCoord / m_range;
+  m_scale = std::min(m_spanCoord / m_range, FLT_MAX);
   // Isovalues that are all the same have no length of their own: any will do, as there is but one edge.
   if (!(m_range > 0)) m_scale = m_firstCoord;
-  // Those of opposite ends of what a float can hold.
-  if (!std::isfinite(m_range)) m_scale = m_spanCoord / 2 / (m_maxIso / 2 - m_minIso / 2);
+  // The distance of the ends may pass the range of a float although they don't.
+  if (!(m_range <= FLT_MAX)) m_scale = m_spanCoord / 2 / (m_maxIso / 2 - m_minIso / 2);
 }
 
 void PiTextureContouring::buildTexture() {
