@@ -50,12 +50,6 @@ class ORMELLE_API PoChart : public PoTavernel {
 
   void preRebuild() override;
   void addElementsAllCaches() override;
-  SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
-  void setDefaultOnNonWritingFields() override;
-
- private:
-  SoFieldList m_chartFields;
-  FieldSensorList m_chartSensors;
 };
 
 #endif

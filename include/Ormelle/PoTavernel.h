@@ -1,9 +1,29 @@
 #ifndef ORMELLE_POTAVERNEL_H
 #define ORMELLE_POTAVERNEL_H
 
+#include <vector>
+
 #include <Ormelle/PoBase.h>
 
+/// Declares the three parts of one element of a chart: `<name>Sep`, `<name>App` and `<name>`. Goes behind the header
+/// macro of the kit.
+#define PO_KIT_TRIPLE_HEADER(name)        \
+  PO_KIT_CATALOG_ENTRY_HEADER(name##Sep); \
+  PO_KIT_CATALOG_ENTRY_HEADER(name##App); \
+  PO_KIT_CATALOG_ENTRY_HEADER(name)
+
+/// Adds such a triple: an SoSeparator below `alternateRep`, in it an SoAppearanceKit, which is the application's to
+/// style the element with, and an SoGroup, which a rebuild fills.
+#define PO_KIT_ADD_TRIPLE(name)                                    \
+  PO_KIT_ADD_CATALOG_ENTRY(name##Sep, SoSeparator, alternateRep);  \
+  PO_KIT_ADD_CATALOG_ENTRY(name##App, SoAppearanceKit, name##Sep); \
+  PO_KIT_ADD_CATALOG_ENTRY(name, SoGroup, name##Sep);              \
+  this->ownTriple(name##Sep, name##App, name)
+
 /// Root of axes, legends, charts and plain shapes. It adds no field and no part to PoBase.
+///
+/// A subclass names in its constructor the fields whose change calls for a rebuild, and the parts that a rebuild makes;
+/// the constructor of a class that can be made ends with beginWatching().
 class ORMELLE_API PoTavernel : public PoBase {
   PO_KIT_ABSTRACT_HEADER(PoTavernel, PoBase);
 
@@ -16,6 +36,27 @@ class ORMELLE_API PoTavernel : public PoBase {
  protected:
   explicit PoTavernel(void (*catchAction)(void* kit, SoAction* action) = nullptr);
   ~PoTavernel() override;
+
+  /// A field that the geometry depends on. It is left out of a file of geometry.
+  void watchField(SoField& field);
+  /// A part that a rebuild makes. It is left out of a file of fields.
+  void ownPart(SoSFNode& part);
+  /// The parts of a triple. A file of fields holds of them what the application styled: the appearance without the
+  /// font, which a rebuild sets.
+  void ownTriple(SoSFNode& separator, SoSFNode& appearance, SoSFNode& group);
+  /// Starts to watch the fields.
+  void beginWatching() { setUpConnections(TRUE, TRUE); }
+
+  SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
+  void setDefaultOnNonWritingFields() override;
+
+ private:
+  void leaveStyleOutOfFile(SoSFNode& appearance);
+
+  SoFieldList m_watchedFields;
+  SoFieldList m_ownParts;
+  std::vector<SoSFNode*> m_styles;
+  FieldSensorList m_sensors;
 };
 
 #endif

@@ -30,11 +30,10 @@ PoChart::PoChart() {
 
   for (SoField* field :
        std::initializer_list<SoField*>{&colorBinding, &material, &colorValuesIndex, &yValuesIndex, &colorSource})
-    m_chartFields.append(field);
-  createFieldSensorList(m_chartFields.getLength(), &m_chartSensors);
+    watchField(*field);
 }
 
-PoChart::~PoChart() { deleteFieldSensorList(&m_chartSensors); }
+PoChart::~PoChart() = default;
 
 PoChart::ColorBinding PoChart::getColorBinding() const { return PiEnumField::get(colorBinding, PER_PART, INHERITED); }
 
@@ -56,22 +55,4 @@ void PoChart::addElementsAllCaches() {
   PoDataMappingElement::get(getState());
   PoMesh1DFilterElement::get(getState());
   PoMesh1DHintsElement::get(getState());
-}
-
-SbBool PoChart::setUpConnections(SbBool onOff, SbBool doItAlways) {
-  if (!doItAlways && onOff == connectionsSetUp) return onOff;
-  if (onOff) {
-    inherited::setUpConnections(onOff, doItAlways);
-    attachFieldSensorList(m_chartSensors, m_chartFields);
-  } else {
-    detachFieldSensorList(m_chartSensors);
-    inherited::setUpConnections(onOff, doItAlways);
-  }
-  connectionsSetUp = onOff;
-  return !onOff;
-}
-
-void PoChart::setDefaultOnNonWritingFields() {
-  inherited::setDefaultOnNonWritingFields();
-  if (getNodeWriteFormat() == WRITE_GEOMETRY) setListFieldsDefault(m_chartFields);
 }

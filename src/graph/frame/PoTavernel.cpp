@@ -1,5 +1,9 @@
-#include <Ormelle/PoChart.h>
 #include <Ormelle/PoTavernel.h>
+
+#include <Ormelle/PoAxis.h>
+#include <Ormelle/PoBaseAxis.h>
+#include <Ormelle/PoCartesianAxis.h>
+#include <Ormelle/PoChart.h>
 
 #include "graph/frame/PiClassTable.h"
 
@@ -7,7 +11,8 @@ PO_KIT_ABSTRACT_SOURCE(PoTavernel)
 
 namespace {
 
-constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel), PI_CLASS(PoChart)};
+constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel), PI_CLASS(PoBaseAxis), PI_CLASS(PoAxis),
+                                     PI_CLASS(PoCartesianAxis), PI_CLASS(PoChart)};
 
 }  // namespace
 
@@ -16,8 +21,62 @@ PoTavernel::PoTavernel(void (*catchActionFunction)(void*, SoAction*)) : PoBase(c
   PO_KIT_CONSTRUCTED(PoTavernel);
 }
 
-PoTavernel::~PoTavernel() = default;
+PoTavernel::~PoTavernel() { deleteFieldSensorList(&m_sensors); }
 
 void PoTavernel::initClasses() { piInitClasses(kClasses); }
 
 void PoTavernel::exitClasses() { piExitClasses(kClasses); }
+
+void PoTavernel::watchField(SoField& field) { m_watchedFields.append(&field); }
+
+void PoTavernel::ownPart(SoSFNode& part) { m_ownParts.append(&part); }
+
+void PoTavernel::ownTriple(SoSFNode& separator, SoSFNode& appearanceOfTriple, SoSFNode& group) {
+  ownPart(separator);
+  m_styles.push_back(&appearanceOfTriple);
+  ownPart(group);
+}
+
+SbBool PoTavernel::setUpConnections(SbBool onOff, SbBool doItAlways) {
+  if (!doItAlways && onOff == connectionsSetUp) return onOff;
+  if (onOff) {
+    inherited::setUpConnections(onOff, doItAlways);
+    if (m_sensors.count != m_watchedFields.getLength()) {
+      deleteFieldSensorList(&m_sensors);
+      createFieldSensorList(m_watchedFields.getLength(), &m_sensors);
+    }
+    attachFieldSensorList(m_sensors, m_watchedFields);
+  } else {
+    detachFieldSensorList(m_sensors);
+    inherited::setUpConnections(onOff, doItAlways);
+  }
+  connectionsSetUp = onOff;
+  return !onOff;
+}
+
+void PoTavernel::setDefaultOnNonWritingFields() {
+  inherited::setDefaultOnNonWritingFields();
+  if (getNodeWriteFormat() == WRITE_GEOMETRY) {
+    setListFieldsDefault(m_watchedFields);
+  } else {
+    setListFieldsDefault(m_ownParts);
+    for (SoSFNode* style : m_styles) leaveStyleOutOfFile(*style);
+  }
+}
+
+void PoTavernel::leaveStyleOutOfFile(SoSFNode& style) {
+  SoNode* kit = style.getValue();
+  if (!kit) return;
+  SoFieldList inner;
+  kit->getFields(inner);
+  bool isStyledByUser = false;
+  for (int i = 0; i < inner.getLength(); ++i) {
+    SbName name;
+    kit->getFieldName(inner[i], name);
+    if (name == "font")
+      leaveOutOfFile(*inner[i]);
+    else if (!inner[i]->isDefault())
+      isStyledByUser = true;
+  }
+  if (!isStyledByUser) leaveOutOfFile(style);
+}

@@ -6,33 +6,8 @@
 #include <Ormelle/PbMesh2D.h>
 #include <Ormelle/PbMesh3D.h>
 
-#include "graph/frame/PiConnectedSlot.h"
+#include "graph/frame/PiDataInput.h"
 #include "quillane/emit/PiTextureContouring.h"
-
-/// One data object that a kit uses: given by the application, or else found on the traversal state. The kit is
-/// connected to it either way, so that a change of the object itself is seen even where no node was touched.
-template <class T>
-class PiMeshInput {
- public:
-  explicit PiMeshInput(PiConnectedSlots& slots) : m_given(slots), m_found(slots) {}
-
-  void give(T* object) { m_given.set(object); }
-  T* given() const { return m_given.get(); }
-
-  /// The object to use. Outside a traversal nothing can be found anew: then the one found last stays in use, which its
-  /// connection keeps valid.
-  T* resolve(bool isTraversed, const T* onState) {
-    if (given())
-      m_found.set(nullptr);
-    else if (isTraversed)
-      m_found.set(const_cast<T*>(onState));
-    return given() ? given() : m_found.get();
-  }
-
- private:
-  PiConnectedSlot<T> m_given;
-  PiConnectedSlot<T> m_found;
-};
 
 /// The data objects of a mesh kit, and the texture that is made of two of them.
 class PiMeshInputs {
@@ -49,12 +24,12 @@ class PiMeshInputs {
   }
 
   PiConnectedSlots slots;
-  PiMeshInput<PbMesh> mesh{slots};
-  PiMeshInput<PbMesh2D> mesh2D{slots};
-  PiMeshInput<PbMesh3D> mesh3D{slots};
-  PiMeshInput<PbDataMapping> dataMapping{slots};
-  PiMeshInput<PbDataMapping> moduleDataMapping{slots};
-  PiMeshInput<PbIsovaluesList> isovaluesList{slots};
+  PiDataInput<PbMesh> mesh{slots};
+  PiDataInput<PbMesh2D> mesh2D{slots};
+  PiDataInput<PbMesh3D> mesh3D{slots};
+  PiDataInput<PbDataMapping> dataMapping{slots};
+  PiDataInput<PbDataMapping> moduleDataMapping{slots};
+  PiDataInput<PbIsovaluesList> isovaluesList{slots};
   /// Of the mapping and the isovalues of the rebuild under way, if its colouring is COLOR_TEXTURE_CONTOURING.
   PiTextureContouring textureContouring;
 };
