@@ -48,20 +48,31 @@ class PiHashedCell {
   /// Calls `use(smallest node, hash, facet)` for each facet; the last gives the local nodes.
   template <class Use>
   void forEachFacet(Use&& use) const {
-    each(use, std::make_index_sequence<std::size(Kind::kFacets)>());
+    each(use, Indices());
+  }
+  /// Calls `use(smallest node)` for each facet of the cell.
+  template <class Use>
+  static void forEachSmallest(const int* nodes, Use&& use) {
+    eachSmallest(nodes, use, Indices());
   }
 
  private:
+  using Indices = std::make_index_sequence<std::size(Kind::kFacets)>;
+
   template <class Use, std::size_t... kFacet>
   void each(Use& use, std::index_sequence<kFacet...>) const {
-    (use(smallestNode<kFacet>(), hash<kFacet>(), Kind::kFacets[kFacet]), ...);
+    (use(smallestNode<kFacet>(m_nodes), hash<kFacet>(), Kind::kFacets[kFacet]), ...);
+  }
+  template <class Use, std::size_t... kFacet>
+  static void eachSmallest(const int* nodes, Use& use, std::index_sequence<kFacet...>) {
+    (use(smallestNode<kFacet>(nodes)), ...);
   }
   template <std::size_t kFacet>
-  int smallestNode() const {
+  static int smallestNode(const int* nodes) {
     constexpr PiFacet kF = Kind::kFacets[kFacet];
-    const int three = std::min(std::min(m_nodes[kF.nodes[0]], m_nodes[kF.nodes[1]]), m_nodes[kF.nodes[2]]);
+    const int three = std::min(std::min(nodes[kF.nodes[0]], nodes[kF.nodes[1]]), nodes[kF.nodes[2]]);
     if constexpr (kF.numNodes == 4)
-      return std::min(three, m_nodes[kF.nodes[3]]);
+      return std::min(three, nodes[kF.nodes[3]]);
     else
       return three;
   }

@@ -10,13 +10,14 @@
 
 #include <Ormelle/PbArrayOfInt.h>
 #include <Ormelle/PbCell.h>
-#include <Ormelle/PbCellFilterIterator.h>
 #include <Ormelle/PbGrid3D.h>
 #include <Ormelle/PbIndexedMesh3D.h>
 
 #include <algorithm>
+#include <numeric>
 #include <span>
 
+#include "graph/frame/PiParallel.h"
 #include "quillane/mesh/PiConnectivity.h"
 
 /// The chosen cells of an indexed mesh.
@@ -48,9 +49,16 @@ struct PiSkinBuilder::Cells {
   }
   template <class Kind, class CellAt, class Use>
   void forEachOfKind(const CellAt& cellAt, std::size_t begin, std::size_t end, const Use& use) const {
+    // Far enough ahead that memory has answered; chosen cells are too irregular for the processor to foresee.
+    constexpr std::size_t kAhead = 16;
     const int* nodes = all.nodes();
     for (std::size_t i = begin; i < end; ++i) {
       const int cell = cellAt(i);
+      if (chosen && i + kAhead < end) {
+        const int* later = nodes + static_cast<std::size_t>(cellAt(i + kAhead)) * Kind::kNum;
+        __builtin_prefetch(later);
+        __builtin_prefetch(later + Kind::kNum - 1);
+      }
       use(Kind(), cell, nodes + static_cast<std::size_t>(cell) * Kind::kNum);
     }
   }
@@ -79,137 +87,180 @@ std::uint32_t scaled(PiFacetHash::Word hash, std::uint32_t num) {
   return static_cast<std::uint32_t>(((hash >> 32) * num) >> 32);
 }
 
+/// The part `index` of 0 .. num when it is cut into `parts`.
+struct Part {
+  Part(std::size_t num, std::size_t index, std::size_t parts)
+      : begin(num / parts * index + std::min(index, num % parts)),
+        end(begin + num / parts + (index < num % parts ? 1 : 0)) {}
+  std::size_t begin, end;
+};
+
 }  // namespace
 
-void PiSkinBuilder::build(const PbMesh3D& mesh, const PoCellFilter* filter, int valueSetIndex, PiMeshSkin& skin) {
+void PiSkinBuilder::build(const PbMesh3D& mesh, const std::vector<int>* accepted, PiMeshSkin& skin) {
   skin.resize(0);
-  m_accepted.clear();
-  if (filter) {
-    PbCellFilterIterator cell(&mesh, filter, valueSetIndex);
-    for (cell.first(); cell.notDone(); cell.next()) m_accepted.push_back(cell.getCellIndex());
-  }
   if (const auto* indexed = dynamic_cast<const PbIndexedMesh3D*>(&mesh))
-    buildIndexed({indexed->getConnectivity(), filter ? &m_accepted : nullptr}, skin);
+    buildIndexed({indexed->getConnectivity(), accepted}, skin);
   else if (const auto* grid = dynamic_cast<const PbGrid3D*>(&mesh))
-    buildGrid(*grid, filter != nullptr, skin);
+    buildGrid(*grid, accepted, skin);
   else
-    buildAny(mesh, filter != nullptr, skin);
+    buildAny(mesh, accepted, skin);
 }
 
 std::size_t PiSkinBuilder::getMemorySize() const {
-  std::size_t size = (m_accepted.capacity() + m_openCells.capacity()) * sizeof(int) + m_isAccepted.capacity();
-  for (const auto& parity : m_parities) size += parity.capacity() * sizeof(PiFacetHash::Word);
-  for (const auto& cells : m_openCellsOf) size += cells.capacity() * sizeof(int);
-  for (const Range& range : m_ranges)
-    size += range.buckets.capacity() * sizeof(std::uint32_t) + range.facets.memorySize();
+  std::size_t size = m_buckets.capacity() * sizeof(std::uint32_t) + m_isAccepted.capacity();
+  for (const Share& share : m_shares)
+    size += share.parities.capacity() * sizeof(PiFacetHash::Word) + share.openCells.capacity() * sizeof(int) +
+            share.counts.capacity() * sizeof(std::uint32_t) + share.facets.memorySize();
   return size;
 }
 
 void PiSkinBuilder::buildIndexed(const Cells& cells, PiMeshSkin& skin) {
+  setNumShares(cells);
   pairFacets(cells);
   const std::uint32_t numOpenNodes = numberOpenNodes();
-  findOpenCells(cells);
-  cutIntoRanges(numOpenNodes);
-  const Cells openCells = {cells.all, &m_openCells};
-  for (Range& range : m_ranges) collect(openCells, range);
+  findOpenCells(cells, numOpenNodes);
+  shareOpenNodes(numOpenNodes);
+  PiParallel::run(static_cast<int>(m_shares.size()),
+                  [&](int s) { compareFacets(cells.all, m_shares[static_cast<std::size_t>(s)]); });
   store(skin);
+}
+
+/// As many shares as threads that have enough to do, but no more than memory allows.
+void PiSkinBuilder::setNumShares(const Cells& cells) {
+  constexpr std::size_t kFewCells = 50000;
+  const std::size_t numNodes = std::max<std::size_t>(1, static_cast<std::size_t>(cells.all.numNodes()));
+  const std::size_t most = std::max<std::size_t>(2, static_cast<std::size_t>(cells.all.numCells()) / numNodes);
+  const std::size_t num = std::min(static_cast<std::size_t>(PiParallel::numThreads()), cells.num() / kFewCells);
+  m_shares.resize(std::clamp<std::size_t>(num, 1, most));
 }
 
 /// Joins the hashes of all facets at their smallest nodes.
 void PiSkinBuilder::pairFacets(const Cells& cells) {
-  m_parities.resize(1);
-  for (auto& parities : m_parities) {
-    parities.assign(static_cast<std::size_t>(cells.all.numNodes()), 0);
-    PiFacetHash::Word* parity = parities.data();
-    cells.forEach(0, cells.num(), [parity](auto kind, int, const int* nodes) {
+  PiParallel::run(static_cast<int>(m_shares.size()), [&](int s) {
+    Share& share = m_shares[static_cast<std::size_t>(s)];
+    share.parities.assign(static_cast<std::size_t>(cells.all.numNodes()), 0);
+    PiFacetHash::Word* parities = share.parities.data();
+    const Part part(cells.num(), static_cast<std::size_t>(s), m_shares.size());
+    cells.forEach(part.begin, part.end, [parities](auto kind, int, const int* nodes) {
       PiHashedCell<decltype(kind)>(nodes).forEachFacet(
-          [parity](int smallest, PiFacetHash::Word hash, const PiFacet&) { parity[smallest] ^= hash; });
+          [parities](int smallest, PiFacetHash::Word hash, const PiFacet&) { parities[smallest] ^= hash; });
     });
-  }
+  });
 }
 
-/// Replaces the parity of an open node by its number, from 1, and leaves 0 for the others.
+/// Replaces the parity of an open node in the first share by its number, from 1, and leaves 0 for the others.
 std::uint32_t PiSkinBuilder::numberOpenNodes() {
-  std::uint32_t num = 0;
-  for (PiFacetHash::Word& parity : m_parities[0])
-    if (parity != 0) parity = ++num;
-  return num;
-}
-
-void PiSkinBuilder::findOpenCells(const Cells& cells) {
-  m_openCells.clear();
-  const PiFacetHash::Word* number = m_parities[0].data();
-  cells.forEach(0, cells.num(), [this, number](auto kind, int cell, const int* nodes) {
-    PiFacetHash::Word isOpen = 0;
-    for (int n = 0; n < kind.kNum; ++n) isOpen |= number[nodes[n]];
-    if (isOpen != 0) m_openCells.push_back(cell);
+  const std::size_t numShares = m_shares.size();
+  std::vector<PiFacetHash::Word>& numbers = m_shares[0].parities;
+  std::vector<std::uint32_t> nums(numShares, 0);
+  PiParallel::run(static_cast<int>(numShares), [&](int s) {
+    const Part part(numbers.size(), static_cast<std::size_t>(s), numShares);
+    for (std::size_t other = 1; other < numShares; ++other)
+      for (std::size_t node = part.begin; node < part.end; ++node) numbers[node] ^= m_shares[other].parities[node];
+    PiFacetHash::Word num = 0;
+    for (std::size_t node = part.begin; node < part.end; ++node) {
+      const bool isOpen = numbers[node] != 0;
+      num += isOpen ? 1 : 0;
+      numbers[node] = isOpen ? num : 0;
+    }
+    nums[static_cast<std::size_t>(s)] = static_cast<std::uint32_t>(num);
   });
+  if (numShares > 1)
+    PiParallel::run(static_cast<int>(numShares), [&](int s) {
+      const Part part(numbers.size(), static_cast<std::size_t>(s), numShares);
+      const std::uint32_t before = std::accumulate(nums.begin(), nums.begin() + s, 0U);
+      for (std::size_t node = part.begin; node < part.end; ++node) numbers[node] += numbers[node] != 0 ? before : 0;
+    });
+  return std::accumulate(nums.begin(), nums.end(), 0U);
 }
 
-void PiSkinBuilder::cutIntoRanges(std::uint32_t numOpenNodes) {
-  m_ranges.resize(1);
-  const std::uint64_t num = m_ranges.size();
-  for (std::uint64_t r = 0; r < num; ++r) {
-    m_ranges[r].begin = static_cast<std::uint32_t>(numOpenNodes * r / num);
-    m_ranges[r].end = static_cast<std::uint32_t>(numOpenNodes * (r + 1) / num);
-  }
-}
-
-/// Leaves in the range those of its facets that don't cancel. A node gets a bucket for every two facets that it may
-/// have, so that the lists are short also where very many cells share a node.
-void PiSkinBuilder::collect(const Cells& cells, Range& range) const {
-  const PiFacetHash::Word* number = m_parities[0].data();
-  const PiFacetHash::Word first = PiFacetHash::Word(range.begin) + 1;
-  const std::uint32_t num = range.end - range.begin;
-  range.buckets.assign(static_cast<std::size_t>(num) + 1, 0);
-  std::uint32_t* buckets = range.buckets.data();
-  cells.forEach(0, cells.num(), [=](auto kind, int, const int* nodes) {
-    PiHashedCell<decltype(kind)>(nodes).forEachFacet([=](int smallest, PiFacetHash::Word, const PiFacet&) {
-      const PiFacetHash::Word node = number[smallest] - first;  // that of a closed node is too big, too
-      if (node < num) ++buckets[node];
+void PiSkinBuilder::findOpenCells(const Cells& cells, std::uint32_t numOpenNodes) {
+  const PiFacetHash::Word* numbers = m_shares[0].parities.data();
+  PiParallel::run(static_cast<int>(m_shares.size()), [&](int s) {
+    Share& share = m_shares[static_cast<std::size_t>(s)];
+    share.openCells.clear();
+    share.counts.assign(static_cast<std::size_t>(numOpenNodes) + 1, 0);  // that of closed nodes stands first
+    std::uint32_t* counts = share.counts.data();
+    const Part part(cells.num(), static_cast<std::size_t>(s), m_shares.size());
+    cells.forEach(part.begin, part.end, [=, &share](auto kind, int cell, const int* nodes) {
+      PiFacetHash::Word isOpen = 0;
+      for (int n = 0; n < kind.kNum; ++n) isOpen |= numbers[nodes[n]];
+      if (isOpen == 0) return;
+      share.openCells.push_back(cell);
+      PiHashedCell<decltype(kind)>::forEachSmallest(nodes, [=](int smallest) { ++counts[numbers[smallest]]; });
     });
   });
-  std::uint32_t end = 0;
-  for (std::uint32_t& bucket : range.buckets) {
-    const std::uint32_t numBuckets = (bucket + 1) / 2;
-    bucket = end;
-    end += numBuckets;
-  }
+}
 
-  range.facets.reset(end);
-  PiFacetSet& facets = range.facets;
-  cells.forEach(0, cells.num(), [=, &facets](auto kind, int cell, const int* nodes) {
-    PiHashedCell<decltype(kind)>(nodes).forEachFacet(
-        [=, &facets](int smallest, PiFacetHash::Word hash, const PiFacet& facet) {
-          const PiFacetHash::Word node = number[smallest] - first;
-          if (node >= num) return;
-          const std::uint32_t bucket = buckets[node] + scaled(hash, buckets[node + 1] - buckets[node]);
-          facets.toggle(bucket, static_cast<std::uint32_t>(hash), cell, nodes[facet.nodes[0]], nodes[facet.nodes[1]],
-                        nodes[facet.nodes[2]], facet.numNodes == 4 ? nodes[facet.nodes[3]] : PiMeshSkin::kNoNode);
+/// Gives each open node a bucket for every two facets that it may have, so that the lists are short also where very
+/// many cells share a node, and each share about the same number of facets.
+void PiSkinBuilder::shareOpenNodes(std::uint32_t numOpenNodes) {
+  m_buckets.resize(static_cast<std::size_t>(numOpenNodes) + 1);
+  std::uint32_t end = 0;
+  for (std::size_t node = 0; node < numOpenNodes; ++node) {
+    std::uint32_t count = 0;
+    for (const Share& share : m_shares) count += share.counts[node + 1];
+    m_buckets[node] = end;
+    end += (count + 1) / 2;
+  }
+  m_buckets[numOpenNodes] = end;
+  std::uint32_t begin = 0;
+  for (std::size_t s = 0; s < m_shares.size(); ++s) {
+    const auto past = static_cast<std::uint32_t>(Part(end, s, m_shares.size()).end);
+    m_shares[s].begin = begin;
+    begin =
+        static_cast<std::uint32_t>(std::lower_bound(m_buckets.begin(), m_buckets.end() - 1, past) - m_buckets.begin());
+    m_shares[s].end = begin;
+  }
+}
+
+/// Leaves in the share those of its facets that don't occur twice.
+void PiSkinBuilder::compareFacets(const PiConnectivity& cells, Share& share) const {
+  const PiFacetHash::Word* numbers = m_shares[0].parities.data();
+  const std::uint32_t* buckets = m_buckets.data() + share.begin;
+  const PiFacetHash::Word first = PiFacetHash::Word(share.begin) + 1;
+  const std::uint32_t num = share.end - share.begin;
+  const std::uint32_t firstBucket = buckets[0];
+  PiFacetSet& facets = share.facets;
+  facets.reset(buckets[num] - firstBucket);
+  for (const Share& other : m_shares) {
+    Cells{cells, &other.openCells}.forEach(
+        0, other.openCells.size(), [=, &facets](auto kind, int cell, const int* nodes) {
+          PiHashedCell<decltype(kind)>(nodes).forEachFacet([=, &facets](int smallest, PiFacetHash::Word hash,
+                                                                        const PiFacet& facet) {
+            const PiFacetHash::Word node = numbers[smallest] - first;  // too big for a closed node, too
+            if (node >= num) return;
+            const std::uint32_t bucket = buckets[node] - firstBucket + scaled(hash, buckets[node + 1] - buckets[node]);
+            facets.toggle(bucket, static_cast<std::uint32_t>(hash), cell, nodes[facet.nodes[0]], nodes[facet.nodes[1]],
+                          nodes[facet.nodes[2]], facet.numNodes == 4 ? nodes[facet.nodes[3]] : PiMeshSkin::kNoNode);
+          });
         });
-  });
+  }
 }
 
 void PiSkinBuilder::store(PiMeshSkin& skin) const {
-  std::size_t num = 0;
-  for (const Range& range : m_ranges) num += range.facets.size();
-  skin.resize(num);
-  std::size_t place = 0;
-  for (const Range& range : m_ranges)
-    range.facets.forEach([&](const PiFacetSet::Facet& facet) { skin.set(place++, facet.cell, facet.nodes); });
+  std::vector<std::size_t> first = {0};
+  for (const Share& share : m_shares) first.push_back(first.back() + share.facets.size());
+  skin.resize(first.back());
+  PiParallel::run(static_cast<int>(m_shares.size()), [&](int s) {
+    std::size_t place = first[static_cast<std::size_t>(s)];
+    m_shares[static_cast<std::size_t>(s)].facets.forEach(
+        [&](const PiFacetSet::Facet& facet) { skin.set(place++, facet.cell, facet.nodes); });
+  });
 }
 
 /// A grid tells the neighbours of a cell: its facets are looked at cell by cell.
-void PiSkinBuilder::buildGrid(const PbGrid3D& grid, bool isFiltered, PiMeshSkin& skin) {
+void PiSkinBuilder::buildGrid(const PbGrid3D& grid, const std::vector<int>* accepted, PiMeshSkin& skin) {
   if (grid.getNumCells() < 1) return;
   int num[3];
   grid.getDim(num[0], num[1], num[2]);
   for (int& n : num) --n;  // cells
   const int step[3] = {num[1] * num[2], num[2], 1};
   const std::uint8_t* isAccepted = nullptr;
-  if (isFiltered) {
+  if (accepted) {
     m_isAccepted.assign(static_cast<std::size_t>(grid.getNumCells()), 0);
-    for (const int cell : m_accepted) m_isAccepted[static_cast<std::size_t>(cell)] = 1;
+    for (const int cell : *accepted) m_isAccepted[static_cast<std::size_t>(cell)] = 1;
     isAccepted = m_isAccepted.data();
   }
 
@@ -237,14 +288,14 @@ void PiSkinBuilder::buildGrid(const PbGrid3D& grid, bool isFiltered, PiMeshSkin&
 }
 
 /// A mesh class of the application has cells, and that is all there is to know of it.
-void PiSkinBuilder::buildAny(const PbMesh3D& mesh, bool isFiltered, PiMeshSkin& skin) {
-  m_ranges.resize(1);
-  PiFacetSet& facets = m_ranges[0].facets;
-  const auto numCells = static_cast<std::size_t>(isFiltered ? static_cast<int>(m_accepted.size()) : mesh.getNumCells());
+void PiSkinBuilder::buildAny(const PbMesh3D& mesh, const std::vector<int>* accepted, PiMeshSkin& skin) {
+  m_shares.resize(1);
+  PiFacetSet& facets = m_shares[0].facets;
+  const std::size_t numCells = accepted ? accepted->size() : static_cast<std::size_t>(mesh.getNumCells());
   facets.reset(2 * numCells + 1);
   PbArrayOfInt nodes;
   for (std::size_t c = 0; c < numCells; ++c) {
-    const int index = isFiltered ? m_accepted[c] : static_cast<int>(c);
+    const int index = accepted ? (*accepted)[c] : static_cast<int>(c);
     const PbCell* cell = mesh.getTopoCell(index);
     for (int f = 0; cell && f < cell->getNumFacets(); ++f) {
       cell->getNodesIndexOfFacet(f, nodes);

@@ -12,44 +12,42 @@
 class PbGrid3D;
 class PbMesh3D;
 class PiConnectivity;
-class PoCellFilter;
 
-/// Finds the skins of volume meshes. It keeps its memory from one skin to the next: for an indexed mesh 8 bytes a node,
-/// or twice that with more than one thread, and what is proportional to the cells at the skin; for a filter 4 bytes an
-/// accepted cell besides.
+/// Finds the skins of volume meshes. It keeps its memory from one skin to the next: for an indexed mesh 8 bytes a node
+/// for each thread, but no more than 16 bytes a node or 8 a cell, and besides what is proportional to the cells at the
+/// skin.
 class PiSkinBuilder {
  public:
-  /// Replaces `skin` by that of the cells that `filter`, given the set of values `valueSetIndex`, accepts; of all cells
-  /// if there is no filter.
-  void build(const PbMesh3D& mesh, const PoCellFilter* filter, int valueSetIndex, PiMeshSkin& skin);
+  /// Replaces `skin` by that of the cells listed by rising index in `accepted`, or of all cells if it is null.
+  void build(const PbMesh3D& mesh, const std::vector<int>* accepted, PiMeshSkin& skin);
 
   std::size_t getMemorySize() const;
 
  private:
   struct Cells;
-  /// The facets whose smallest node is in a range of open nodes.
-  struct Range {
-    std::uint32_t begin = 0, end = 0;    ///< numbers of open nodes
-    std::vector<std::uint32_t> buckets;  ///< the first bucket of each, and the end
+  /// The share of one thread.
+  struct Share {
+    std::vector<PiFacetHash::Word> parities;  ///< for each node
+    std::vector<int> openCells;               ///< cells with an open node
+    std::vector<std::uint32_t> counts;        ///< for each open node, the facets of those cells that it is smallest of
+    std::uint32_t begin = 0, end = 0;         ///< open nodes whose facets this share compares
     PiFacetSet facets;
   };
 
   void buildIndexed(const Cells& cells, PiMeshSkin& skin);
-  void buildGrid(const PbGrid3D& grid, bool isFiltered, PiMeshSkin& skin);
-  void buildAny(const PbMesh3D& mesh, bool isFiltered, PiMeshSkin& skin);
+  void buildGrid(const PbGrid3D& grid, const std::vector<int>* accepted, PiMeshSkin& skin);
+  void buildAny(const PbMesh3D& mesh, const std::vector<int>* accepted, PiMeshSkin& skin);
 
+  void setNumShares(const Cells& cells);
   void pairFacets(const Cells& cells);
   std::uint32_t numberOpenNodes();
-  void findOpenCells(const Cells& cells);
-  void cutIntoRanges(std::uint32_t numOpenNodes);
-  void collect(const Cells& cells, Range& range) const;
+  void findOpenCells(const Cells& cells, std::uint32_t numOpenNodes);
+  void shareOpenNodes(std::uint32_t numOpenNodes);
+  void compareFacets(const PiConnectivity& cells, Share& share) const;
   void store(PiMeshSkin& skin) const;
 
-  std::vector<int> m_accepted;                             // cells that the filter accepts
-  std::vector<std::vector<PiFacetHash::Word>> m_parities;  // for each node, one of them for each thread
-  std::vector<std::vector<int>> m_openCellsOf;             // the same block by block
-  std::vector<int> m_openCells;                            // cells with an open node
-  std::vector<Range> m_ranges;
+  std::vector<Share> m_shares;
+  std::vector<std::uint32_t> m_buckets;    // the first bucket of each open node, and the end
   std::vector<std::uint8_t> m_isAccepted;  // of each cell of a grid
 };
 

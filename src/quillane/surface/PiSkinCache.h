@@ -1,7 +1,9 @@
 #ifndef ORMELLE_PISKINCACHE_H
 #define ORMELLE_PISKINCACHE_H
 
+#include <functional>
 #include <map>
+#include <vector>
 
 #include "quillane/surface/PiMeshSkin.h"
 #include "quillane/surface/PiSkinBuilder.h"
@@ -14,11 +16,13 @@ class PiSkinCache {
     unsigned int filterId, topologyId, dataId;
     bool operator==(const Key&) const = default;
   };
+  /// Appends the cells that a filter accepts, by rising index.
+  using Choose = std::function<void(std::vector<int>& cells)>;
 
-  /// The skin for `filter`, which is found again if it was made with the same key. The id it gets when it is made is
-  /// new. A filter that died is never looked at: should another come to its place, its id differs.
-  PiMeshSkin* get(const PbMesh3D& mesh, const PoCellFilter* filter, const Key& key, int valueSetIndex,
-                  unsigned int& skinId);
+  /// The skin for `filter`, which is found again if it was made with the same key; else `choose` is asked for the
+  /// cells. Without a filter they are all cells. The id that a skin gets when it is made is new. A filter is an address
+  /// only: should another come to the place of one that died, its id differs.
+  PiMeshSkin* get(const PbMesh3D& mesh, const void* filter, const Key& key, const Choose& choose, unsigned int& skinId);
 
   std::size_t getMemorySize() const;
 
@@ -31,7 +35,8 @@ class PiSkinCache {
 
   static unsigned int s_nextSkinId;
 
-  std::map<const PoCellFilter*, Entry> m_entries;
+  std::map<const void*, Entry> m_entries;
+  std::vector<int> m_accepted;
   PiSkinBuilder m_builder;
 };
 

@@ -16,6 +16,7 @@
 #include <random>
 #include <vector>
 
+#include "graph/frame/PiParallel.h"
 #include "quillane/surface/PiMeshSkin.h"
 #include "support/MeshFamily.h"
 #include "support/NodePtr.h"
@@ -194,6 +195,45 @@ TEST(SkinTopologyOfIndexedMesh, BearsANodeOfAllCells) {
   for (const int c : order) nodes.insert(nodes.end(), {0, 1, 2 + c, 3 + c});
   const PbTetrahedronMesh3D mesh(kNum + 3, place.data(), place.data(), place.data(), kNum, nodes.data(), 0);
   EXPECT_EQ(skinOf(mesh).size(), 2U * kNum + 2);
+}
+
+// In order and to the last facet, whether threads share the work or not.
+TEST(SkinTopologyOfIndexedMesh, DoesNotDependOnThreads) {
+  constexpr int kNum = 40;
+  std::vector<int> nodes;
+  for (int i = 0; i < kNum; ++i)
+    for (int j = 0; j < kNum; ++j)
+      for (int k = 0; k < kNum; ++k) {
+        const auto node = [=](int di, int dj, int dk) {
+          return ((i + di) * (kNum + 1) + j + dj) * (kNum + 1) + k + dk;
+        };
+        const int n[8] = {node(0, 0, 0), node(1, 0, 0), node(1, 1, 0), node(0, 1, 0),
+                          node(0, 0, 1), node(1, 0, 1), node(1, 1, 1), node(0, 1, 1)};
+        for (const int corner : {0, 1, 3, 4, 2, 3, 1, 6, 5, 4, 6, 1, 7, 6, 4, 3, 1, 3, 4, 6})
+          nodes.push_back(n[corner]);
+      }
+  const int numCells = static_cast<int>(nodes.size() / 4), numNodes = (kNum + 1) * (kNum + 1) * (kNum + 1);
+  const std::vector<float> place(static_cast<std::size_t>(numNodes), 0.0F);
+  PbTetrahedronMesh3D mesh(numNodes, place.data(), place.data(), place.data(), numCells, nodes.data(), 0);
+  const NodePtr<TestFilter> filter(new TestFilter([](int cell, float) { return cell % 11 != 3; }));
+  std::vector<std::vector<int>> skins;
+  for (const int threads : {1, 2, 3, 4, 100}) {
+    PiParallel::setNumThreads(threads);
+    mesh.setGeometry(numNodes, place.data(), place.data(), place.data(), numCells, nodes.data());
+    std::vector<int>& facets = skins.emplace_back();
+    unsigned int id = 0;
+    for (const PoCellFilter* chosen :
+         {static_cast<const PoCellFilter*>(nullptr), static_cast<const PoCellFilter*>(filter.get())}) {
+      const PiMeshSkin* skin = mesh.getSkinTopology(chosen, -1, id);
+      for (int f = 0; f < skin->getNumFacets(); ++f) {
+        facets.push_back(skin->getCell(f));
+        facets.insert(facets.end(), skin->getNodes(f).begin(), skin->getNodes(f).end());
+      }
+    }
+    EXPECT_EQ(facets, skins[0]) << threads;
+    EXPECT_GT(facets.size(), 100000U);
+  }
+  PiParallel::setNumThreads(0);
 }
 
 }  // namespace
