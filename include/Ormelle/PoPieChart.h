@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <Inventor/SbVec2f.h>
 #include <Inventor/fields/SoMFColor.h>
 #include <Inventor/fields/SoMFFloat.h>
 #include <Inventor/fields/SoMFInt32.h>

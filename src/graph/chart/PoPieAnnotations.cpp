@@ -87,10 +87,10 @@ void PoPieChart::drawAnnotations(const Side& side) {
   std::vector<PiPieLayout::Annotation> wanted;
   float pulledMost = 0;
   for (std::size_t i = 0; i < pie.slices.displayed().size(); ++i) {
-    const PiPieSlices::Slice& slice = pie.slices.displayed()[i];
+    const PiPieSlices::Slice& shown = pie.slices.displayed()[i];
     const SbVec2f size = annotations.measure(i);
-    const SbVec2f out(static_cast<float>(std::cos(slice.middle())), static_cast<float>(std::sin(slice.middle())));
-    wanted.push_back({slice.start, slice.end, slice.value, pieCenter() + out * pie.pulled[i], size[0], size[1]});
+    const SbVec2f out(static_cast<float>(std::cos(shown.middle())), static_cast<float>(std::sin(shown.middle())));
+    wanted.push_back({shown.start, shown.end, shown.value, pieCenter() + out * pie.pulled[i], size[0], size[1]});
     pulledMost = std::max(pulledMost, std::abs(pie.pulled[i]));
   }
   PiPieLayout::Pie layout;

@@ -293,40 +293,40 @@ void PoPieChart::computeSlicePartValuesToDisplay() {
   grouping.limit = sliceGroupMinValue.getValue();
   pie.slices.compute(sliceValue.getNum(), sliceValue.getValues(0), grouping);
   pie.pulled.clear();
-  for (const PiPieSlices::Slice& slice : pie.slices.displayed())
-    pie.pulled.push_back(getSliceToTranslate(slice.index()));
+  for (const PiPieSlices::Slice& shown : pie.slices.displayed())
+    pie.pulled.push_back(getSliceToTranslate(shown.index()));
 }
 
 void PoPieChart::computeSliceNames() {
   state().names.clear();
-  for (const PiPieSlices::Slice& slice : state().slices.displayed())
-    state().names.push_back(kSliceName + std::to_string(slice.index()));
+  for (const PiPieSlices::Slice& shown : state().slices.displayed())
+    state().names.push_back(kSliceName + std::to_string(shown.index()));
 }
 
 void PoPieChart::computeStringsToDisplay() {
   PiPieState& pie = state();
-  std::vector<float> shown;
-  for (const PiPieSlices::Slice& slice : pie.slices.displayed()) shown.push_back(static_cast<float>(slice.value));
+  std::vector<float> numbers;
+  for (const PiPieSlices::Slice& shown : pie.slices.displayed()) numbers.push_back(static_cast<float>(shown.value));
   PiNumericFormat format;
   if (pie.format)
     format.setFormat(pie.format, 0, 0, 0, 0);
   else
-    format.setFormat(nullptr, static_cast<int>(shown.size()), shown.data(), 1);
+    format.setFormat(nullptr, static_cast<int>(numbers.size()), numbers.data(), 1);
   // As on axes, a common power of ten stands behind each value.
   const std::string power = format.getTenPower() != 0 ? "E" + std::to_string(format.getTenPower()) : std::string();
   const bool hasOwnDecimals = pie.formatInput.given() && format.isFloatingPointFormat();
   pie.percents = pie.slices.percentTexts(hasOwnDecimals ? format.getNumDecimal() : 0);
   pie.texts.clear();
   pie.values.clear();
-  for (std::size_t i = 0; i < shown.size(); ++i) {
-    const PiPieSlices::Slice& slice = pie.slices.displayed()[i];
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    const PiPieSlices::Slice& shown = pie.slices.displayed()[i];
     char text[PiNumericFormat::TEXT_SIZE];
-    format.getString(shown[i], text);
+    format.getString(numbers[i], text);
     pie.values.push_back(text + power);
-    if (slice.isGroup())
+    if (shown.isGroup())
       pie.texts.emplace_back(sliceGroupString.getValue().getString());
     else
-      pie.texts.emplace_back(slice.index() < sliceText.getNum() ? sliceText[slice.index()].getString() : "");
+      pie.texts.emplace_back(shown.index() < sliceText.getNum() ? sliceText[shown.index()].getString() : "");
   }
 }
 

@@ -1,5 +1,7 @@
 #include <Ormelle/PoPieChart2D.h>
 
+#include <Inventor/nodes/SoGroup.h>
+
 #include "graph/chart/PiPieSliceParts.h"
 
 PO_KIT_SOURCE(PoPieChart2D)

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include <Inventor/nodes/SoGroup.h>
+
 #include "graph/chart/PiPieSliceParts.h"
 
 PO_KIT_SOURCE(PoPieChart3D)

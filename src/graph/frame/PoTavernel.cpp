@@ -4,6 +4,9 @@
 #include <Ormelle/PoBaseAxis.h>
 #include <Ormelle/PoCartesianAxis.h>
 #include <Ormelle/PoChart.h>
+#include <Ormelle/PoPieChart.h>
+#include <Ormelle/PoPieChart2D.h>
+#include <Ormelle/PoPieChart3D.h>
 
 #include "graph/frame/PiClassTable.h"
 
@@ -11,8 +14,14 @@ PO_KIT_ABSTRACT_SOURCE(PoTavernel)
 
 namespace {
 
-constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel), PI_CLASS(PoBaseAxis), PI_CLASS(PoAxis),
-                                     PI_CLASS(PoCartesianAxis), PI_CLASS(PoChart)};
+constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel),
+                                     PI_CLASS(PoBaseAxis),
+                                     PI_CLASS(PoAxis),
+                                     PI_CLASS(PoCartesianAxis),
+                                     PI_CLASS(PoPieChart),
+                                     PI_CLASS(PoPieChart2D),
+                                     PI_CLASS(PoPieChart3D),
+                                     PI_CLASS(PoChart)};
 
 }  // namespace
 
