@@ -41,6 +41,34 @@ void addSets(PbMesh& mesh) {
   mesh.addVecsSet(1, vecs, PbMesh::PER_CELL, "Flow");
 }
 
+bool writeSeed(const std::filesystem::path& folder, const std::string& name, const std::string& bytes) {
+  std::filesystem::create_directories(folder);
+  std::ofstream file(folder / name, std::ios::binary);
+  file << bytes;
+  if (file.flush()) return true;
+  std::cerr << "write_seeds: cannot write into " << folder << '\n';
+  return false;
+}
+
+bool writeAxisLanguageSeeds(const std::filesystem::path& folder) {
+  const char* const reps[] = {"",
+                              "1 DAY D '/' M '/' Y",
+                              "6 HOU H 'h' | 1 DAY 3 D ' ' D | 1 MON 3 M",
+                              "|",
+                              ".5 SEC 'it''s ' s | | YEA",
+                              "3 MON 3 M ' ' Y | -1e3 YEA Y",
+                              "DAY | MON | YEA"};
+  const char* const lists[] = {"YEA", "1 DAY 3 MON 1.5 YEA", "MIN HOU -2 DAY", ".5E1SEC+7 MIN"};
+  int number = 0;
+  for (const char* rep : reps)
+    if (!writeSeed(folder / "fuzz_axis_rep", std::to_string(number++),
+                   std::string("|") + static_cast<char>(7 * number) + rep))
+      return false;
+  for (const char* list : lists)
+    if (!writeSeed(folder / "fuzz_date_list", std::to_string(number++), list)) return false;
+  return true;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -49,21 +77,18 @@ int main(int argc, char** argv) {
     return 1;
   }
   PoOrmelle::init();
+  if (!writeAxisLanguageSeeds(argv[1])) return 1;
   for (const bool isBinary : {false, true}) {
     const auto folder = std::filesystem::path(argv[1]) / (isBinary ? "fuzz_mesh_binary" : "fuzz_mesh_text");
-    std::filesystem::create_directories(folder);
     for (unsigned number = 0; number < MeshFields::kNum; ++number)
       for (const int kind : {0, 1, 2}) {
         const std::unique_ptr<PoSFMesh> field = MeshFields::make(number);
         if (kind > 0) setGeometry(*field, kind == 2);
         if (kind == 2) addSets(*field->getMesh());
         const std::string text = MeshFields::write(*field, isBinary);
-        std::ofstream file(folder / (std::to_string(number) + "-" + std::to_string(kind)), std::ios::binary);
-        file << static_cast<char>(number) << text.substr(text.find('\n') + 1);
-        if (!file.flush()) {
-          std::cerr << "write_seeds: cannot write into " << folder << '\n';
+        if (!writeSeed(folder, std::to_string(number) + "-" + std::to_string(kind),
+                       static_cast<char>(number) + text.substr(text.find('\n') + 1)))
           return 1;
-        }
       }
   }
   return 0;

@@ -1,5 +1,3 @@
-#include <Ormelle/PoTavernel.h>
-
 #include <Ormelle/PoAxis.h>
 #include <Ormelle/PoBaseAxis.h>
 #include <Ormelle/PoCartesianAxis.h>
@@ -7,6 +5,8 @@
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
+#include <Ormelle/PoTavernel.h>
+#include <Ormelle/PoTimeAxis.h>
 
 #include "graph/frame/PiClassTable.h"
 
@@ -14,14 +14,9 @@ PO_KIT_ABSTRACT_SOURCE(PoTavernel)
 
 namespace {
 
-constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel),
-                                     PI_CLASS(PoBaseAxis),
-                                     PI_CLASS(PoAxis),
-                                     PI_CLASS(PoCartesianAxis),
-                                     PI_CLASS(PoPieChart),
-                                     PI_CLASS(PoPieChart2D),
-                                     PI_CLASS(PoPieChart3D),
-                                     PI_CLASS(PoChart)};
+constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel),      PI_CLASS(PoBaseAxis),   PI_CLASS(PoAxis),
+                                     PI_CLASS(PoCartesianAxis), PI_CLASS(PoTimeAxis),   PI_CLASS(PoPieChart),
+                                     PI_CLASS(PoPieChart2D),    PI_CLASS(PoPieChart3D), PI_CLASS(PoChart)};
 
 }  // namespace
 
