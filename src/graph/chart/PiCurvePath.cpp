@@ -1,6 +1,7 @@
 #include "graph/chart/PiCurvePath.h"
 
 #include <Inventor/SbVec2f.h>
+#include <Inventor/SbVec3f.h>
 
 #include <array>
 #include <climits>
@@ -72,13 +73,15 @@ class Way {
 
 class Walk {
  public:
-  Walk(const Pattern& pattern, std::span<const float> x, std::span<const float> y, const PiCurvePath::Wants& wants)
-      : m_pattern(pattern), m_nodeX(x), m_nodeY(y), m_wants(wants) {}
+  /// `z` is empty for a path in the plane.
+  Walk(const Pattern& pattern, std::span<const float> x, std::span<const float> y, std::span<const float> z,
+       const PiCurvePath::Wants& wants)
+      : m_pattern(pattern), m_nodeX(x), m_nodeY(y), m_nodeZ(z), m_wants(wants) {}
 
   PiCurvePath go() {
     const int numNodes = static_cast<int>(m_nodeX.size());
     reserve();
-    add(m_nodeX[0], m_nodeY[0], PiMaterialMix::of(0));
+    add(m_nodeX[0], m_nodeY[0], m_nodeZ.empty() ? 0 : m_nodeZ[0], PiMaterialMix::of(0));
     endNode();
     for (int to = 1; to < numNodes; ++to) {
       goTo(to, m_pattern.numPoints(to == numNodes - 1));
@@ -92,6 +95,7 @@ class Walk {
     const size_t num = 1 + (m_nodeX.size() - 1) * static_cast<size_t>(m_pattern.numPoints(false)) + 1;
     m_path.x = PiNewArray<float>(num);
     m_path.y = PiNewArray<float>(num);
+    if (!m_nodeZ.empty()) m_path.z = PiNewArray<float>(num);
     if (m_wants.mixes) m_path.mixes.reserve(num);
     if (m_wants.nodePoints) m_path.nodePoints = PiNewArray<int>(m_nodeX.size());
   }
@@ -100,6 +104,12 @@ class Walk {
     const auto t = static_cast<size_t>(to);
     const float x[] = {m_nodeX[t - 1], std::midpoint(m_nodeX[t - 1], m_nodeX[t]), m_nodeX[t]};
     const float y[] = {m_nodeY[t - 1], std::midpoint(m_nodeY[t - 1], m_nodeY[t]), m_nodeY[t]};
+    float z[3] = {};
+    if (!m_nodeZ.empty()) {
+      z[FROM] = m_nodeZ[t - 1];
+      z[MIDDLE] = std::midpoint(m_nodeZ[t - 1], m_nodeZ[t]);
+      z[TO] = m_nodeZ[t];
+    }
     const bool isMixed = m_wants.mixes && !m_wants.isPerPart;
     if (isMixed) {
       m_way.start(x[FROM], y[FROM]);
@@ -107,19 +117,21 @@ class Walk {
       m_way.goTo(x[TO], y[TO]);
     }
     for (int c = 0; c < m_pattern.numCorners; ++c)
-      add(x[m_pattern.corners[c].x], y[m_pattern.corners[c].y],
+      add(x[m_pattern.corners[c].x], y[m_pattern.corners[c].y], z[m_pattern.corners[c].y],
           isMixed ? PiMaterialMix{to - 1, to, m_way.shareOf(c)} : PiMaterialMix::of(to - 1));
-    if (numPoints > m_pattern.numCorners) add(x[TO], y[TO], PiMaterialMix::of(to));
+    if (numPoints > m_pattern.numCorners) add(x[TO], y[TO], z[TO], PiMaterialMix::of(to));
   }
 
-  void add(float x, float y, const PiMaterialMix& mix) {
-    if (m_pattern.dropsRepeats && m_path.x.num() > 0 && x == m_path.x.back() && y == m_path.y.back()) {
+  void add(float x, float y, float z, const PiMaterialMix& mix) {
+    if (m_pattern.dropsRepeats && m_path.x.num() > 0 && x == m_path.x.back() && y == m_path.y.back() &&
+        (m_nodeZ.empty() || z == m_path.z.back())) {
       // The segment that starts here is that of the later point.
       if (m_wants.mixes) m_path.mixes.back() = mix;
       return;
     }
     m_path.x.add(x);
     m_path.y.add(y);
+    if (!m_nodeZ.empty()) m_path.z.add(z);
     if (m_wants.mixes) m_path.mixes.push_back(mix);
   }
 
@@ -128,7 +140,7 @@ class Walk {
   }
 
   const Pattern& m_pattern;
-  const std::span<const float> m_nodeX, m_nodeY;
+  const std::span<const float> m_nodeX, m_nodeY, m_nodeZ;
   const PiCurvePath::Wants m_wants;
   PiCurvePath m_path;
   Way m_way;
@@ -168,6 +180,19 @@ PiCurvePath makeSmoothPath(std::span<const float> x, std::span<const float> y, c
   return path;
 }
 
+PiCurvePath makeSmoothPath(std::span<const float> x, std::span<const float> y, std::span<const float> z) {
+  std::vector<SbVec3f> nodes(x.size());
+  for (size_t n = 0; n < nodes.size(); ++n) nodes[n].setValue(x[n], y[n], z[n]);
+  const std::vector<SbVec3f> curve = PiCubicSpline::subdivide(std::span<const SbVec3f>(nodes), kSmoothPoints);
+  PiCurvePath path;
+  PiNewArray<float>* const coordinates[] = {&path.x, &path.y, &path.z};
+  for (int axis = 0; axis < 3; ++axis) {
+    *coordinates[axis] = PiNewArray<float>(curve.size());
+    for (const SbVec3f& point : curve) coordinates[axis]->add(point[axis]);
+  }
+  return path;
+}
+
 bool isCountable(const Pattern& pattern, size_t numNodes) {
   return numNodes * static_cast<size_t>(pattern.numCorners + 1) < static_cast<size_t>(INT_MAX);
 }
@@ -179,5 +204,13 @@ PiCurvePath PiCurvePath::make(PoMesh1DHints::GeomInterpretation interpretation, 
   if (x.empty()) return {};
   if (!isCountable(kPatterns[interpretation], x.size())) interpretation = PoMesh1DHints::AS_IS;
   if (interpretation == PoMesh1DHints::SMOOTH) return makeSmoothPath(x, y, wants);
-  return Walk(kPatterns[interpretation], x, y, wants).go();
+  return Walk(kPatterns[interpretation], x, y, {}, wants).go();
+}
+
+PiCurvePath PiCurvePath::makeInSpace(PoMesh1DHints::GeomInterpretation interpretation, std::span<const float> x,
+                                     std::span<const float> y, std::span<const float> z) {
+  if (x.empty()) return {};
+  if (!isCountable(kPatterns[interpretation], x.size())) interpretation = PoMesh1DHints::AS_IS;
+  if (interpretation == PoMesh1DHints::SMOOTH) return makeSmoothPath(x, y, z);
+  return Walk(kPatterns[interpretation], x, y, z, {}).go();
 }

@@ -19,6 +19,7 @@ struct PiCurvePath {
   };
 
   PiNewArray<float> x, y;
+  PiNewArray<float> z;  ///< if the nodes have it
   /// For each node its point; of an inner node that isn't on the path, where the way from the node before ends.
   PiNewArray<int> nodePoints;
   /// For each point its material, in terms of the nodes.
@@ -28,6 +29,9 @@ struct PiCurvePath {
   /// `AS_IS`.
   static PiCurvePath make(PoMesh1DHints::GeomInterpretation interpretation, std::span<const float> x,
                           std::span<const float> y, const Wants& wants);
+  /// The points alone of a path in space. There z goes with y: seen along y as well as along z, stairs are stairs.
+  static PiCurvePath makeInSpace(PoMesh1DHints::GeomInterpretation interpretation, std::span<const float> x,
+                                 std::span<const float> y, std::span<const float> z);
 };
 
 #endif

@@ -2,6 +2,8 @@
 #include <Ormelle/PoBaseAxis.h>
 #include <Ormelle/PoCartesianAxis.h>
 #include <Ormelle/PoChart.h>
+#include <Ormelle/PoCurve.h>
+#include <Ormelle/PoCurve3.h>
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
@@ -14,9 +16,11 @@ PO_KIT_ABSTRACT_SOURCE(PoTavernel)
 
 namespace {
 
-constexpr PiClassEntry kClasses[] = {PI_CLASS(PoTavernel),      PI_CLASS(PoBaseAxis),   PI_CLASS(PoAxis),
-                                     PI_CLASS(PoCartesianAxis), PI_CLASS(PoTimeAxis),   PI_CLASS(PoPieChart),
-                                     PI_CLASS(PoPieChart2D),    PI_CLASS(PoPieChart3D), PI_CLASS(PoChart)};
+constexpr PiClassEntry kClasses[] = {
+    PI_CLASS(PoTavernel),   PI_CLASS(PoCurve),         PI_CLASS(PoCurve3),   PI_CLASS(PoBaseAxis),
+    PI_CLASS(PoAxis),       PI_CLASS(PoCartesianAxis), PI_CLASS(PoTimeAxis), PI_CLASS(PoPieChart),
+    PI_CLASS(PoPieChart2D), PI_CLASS(PoPieChart3D),    PI_CLASS(PoChart),
+};
 
 }  // namespace
 
