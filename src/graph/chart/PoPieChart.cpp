@@ -313,7 +313,8 @@ void PoPieChart::computeStringsToDisplay() {
   else
     format.setFormat(nullptr, static_cast<int>(numbers.size()), numbers.data(), 1);
   // As on axes, a common power of ten stands behind each value.
-  const std::string power = format.getTenPower() != 0 ? "E" + std::to_string(format.getTenPower()) : std::string();
+  const std::string power =
+      format.getTenPower() != 0 ? std::string("E").append(std::to_string(format.getTenPower())) : std::string();
   const bool hasOwnDecimals = pie.formatInput.given() && format.isFloatingPointFormat();
   pie.percents = pie.slices.percentTexts(hasOwnDecimals ? format.getNumDecimal() : 0);
   pie.texts.clear();
