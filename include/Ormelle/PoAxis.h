@@ -210,6 +210,8 @@ class ORMELLE_API PoAxis : public PoBaseAxis {
   /// Parts for the ticks and grid lines of the main and sub-gradations in state(); `mainGradText` is left to the
   /// caller.
   void buildTicksAndGrids();
+  /// Part `mainGradText` with its font, of the main gradations in state().
+  void buildGradTextPart();
   /// Part `title` with its font.
   void buildTitlePart(float start, float end);
   /// Sets `<element>App.font`; `size` is a fraction of the reference length. Takes it away again if `isShown` is 0.
@@ -218,6 +220,11 @@ class ORMELLE_API PoAxis : public PoBaseAxis {
   /// The working values of the last or running rebuild; internal.
   PiAxisState& state() { return *m_axisState; }
   const PiAxisState& state() const { return *m_axisState; }
+
+  /// What was built depends on this traversal element, so that another one calls for a rebuild.
+  void dependOn(int elementStackIndex);
+  /// Takes over what another axis of the same class was given: its fields, text attributes and legibility.
+  void copyAxis(const PoAxis& other);
 
   void preRebuild() override;
   void addElementsAllCaches() override;

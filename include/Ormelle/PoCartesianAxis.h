@@ -6,6 +6,7 @@
 #include <Ormelle/PoAxis.h>
 
 class SoMatrixTransform;
+struct PiMultiplier;
 
 /// An axis along one of the coordinate directions.
 class ORMELLE_API PoCartesianAxis : public PoAxis {
@@ -28,6 +29,14 @@ class ORMELLE_API PoCartesianAxis : public PoAxis {
   void computeTransfo(const SbVec3f& start, SoMatrixTransform* out, float& ref1, float& ref2);
 
   Type getType() const;
+
+  /// The steps of a rebuild up to the part `transform`. Says 0 if there is no axis: its ends are equal, or not finite.
+  int beginAxis(float& axisStart, float& axisEnd);
+
+  /// Where the power of ten of an axis is written, by two fields of the subclass.
+  static PiMultiplier multiplierOf(const SoSFEnum& position, const SoSFFloat& distAxis);
+  /// Part `multFactor` with its font; empty for a power of 0.
+  void buildMultiplierPart(int power, PiMultiplier& multiplier);
 };
 
 #endif

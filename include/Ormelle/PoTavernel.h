@@ -44,6 +44,8 @@ class ORMELLE_API PoTavernel : public PoBase {
   /// The parts of a triple. A file of fields holds of them what the application styled: the appearance without the
   /// font, which a rebuild sets.
   void ownTriple(SoSFNode& separator, SoSFNode& appearance, SoSFNode& group);
+  /// Copies the watched fields of a kit of the same class.
+  void copyWatchedFields(const PoTavernel& other);
   /// Starts to watch the fields.
   void beginWatching() { setUpConnections(TRUE, TRUE); }
 

@@ -7,7 +7,6 @@
 #include <Ormelle/Plimit.h>
 
 #include "graph/axis/PiAxisAttributes.h"
-#include "graph/axis/PiAxisText.h"
 #include "graph/frame/PiDataInput.h"
 
 /// The working values of an axis: what the last rebuild resolved and found. Kept between rebuilds, so that rebuilds
@@ -28,13 +27,13 @@ struct PiAxisState {
   Plimit limits;        ///< of what was built, in axis coordinates
   float axisStart = 0;  ///< the ends of the axis line
   float axisEnd = 0;
-  bool isLegible = false;  ///< whether the last pass over gradation texts runs
-  long firstMultiple = 0;  ///< which multiple of the step the first main gradation is; thinning keeps 0 if it can
+  bool isLegible = false;        ///< whether the last pass over gradation texts runs
+  long firstMultiple = 0;        ///< which multiple of the step the first main gradation is; thinning keeps 0 if it can
+  std::vector<float> allCoords;  ///< before they are split
   std::vector<float> mainCoords;
   std::vector<int> mainIndices;  ///< which of all gradations the main ones are
   std::vector<float> subCoords;
   std::vector<const char*> mainStrings;  ///< one for each main gradation; slots of PoAxis::allocGradString()
-  std::vector<PiTextBox> boxes;          ///< of the texts at hand
 };
 
 #endif

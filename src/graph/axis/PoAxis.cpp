@@ -149,6 +149,12 @@ void PoAxis::copyContents(const SoFieldContainer* from, SbBool copyConnections) 
   m_legibility = source->m_legibility;
 }
 
+void PoAxis::copyAxis(const PoAxis& other) {
+  copyWatchedFields(other);
+  setMiscTextAttr(other.state().textInput.given());
+  setGradLegibility(other.m_legibility);
+}
+
 // --- data objects ---------------------------------------------------------------------------------------------------
 
 void PoAxis::setMiscTextAttr(PbMiscTextAttr* attributes) {
@@ -179,9 +185,15 @@ void PoAxis::basicObjectChange(PbBase* object) {
 void PoAxis::preRebuild() {
   inherited::preRebuild();
   const bool isTraversed = isStateValid() != 0;
-  state().textInput.resolve(isTraversed, isTraversed ? PoMiscTextAttrElement::get(getState()) : nullptr);
-  if (isTraversed && getAllCache() && !state().textInput.given())
-    getAllCache()->addElement(getState()->getConstElement(PoMiscTextAttrElement::getClassStackIndex()));
+  const PbMiscTextAttr* text =
+      state().textInput.resolve(isTraversed, isTraversed ? PoMiscTextAttrElement::get(getState()) : nullptr);
+  state().text = text ? *text : state().defaultText;
+  if (!state().textInput.given()) dependOn(PoMiscTextAttrElement::getClassStackIndex());
+}
+
+void PoAxis::dependOn(int elementStackIndex) {
+  // Also when the cache is still valid: then this rebuild may depend on more than the last one. Twice does no harm.
+  if (isStateValid() && getAllCache()) getAllCache()->addElement(getState()->getConstElement(elementStackIndex));
 }
 
 void PoAxis::addElementsAllCaches() {

@@ -10,8 +10,8 @@
 #include "graph/axis/PiAxisLayout.h"
 #include "graph/axis/PiAxisShapes.h"
 #include "graph/axis/PiAxisState.h"
-#include "graph/axis/PiGradLegibility.h"
 #include "graph/axis/PiGradStrings.h"
+#include "graph/axis/PiGradTextLine.h"
 #include "graph/axis/PiGradations.h"
 
 void PoAxis::saveAxisAttr() {
@@ -20,7 +20,6 @@ void PoAxis::saveAxisAttr() {
   const bool isAutomatic = !(s.attributes.gradFontSize > 0) && s.attributes.gradDistAxis == 0;
   s.isLegible = m_legibility == LEGIBILITY_ON || (m_legibility != LEGIBILITY_OFF && isAutomatic);
   s.firstMultiple = 0;
-  s.text = *getMiscTextAttr();
   if (s.attributes.gradFontName.getLength() == 0) s.attributes.gradFontName = s.text.getFontName();
   if (s.attributes.titleFontName.getLength() == 0) s.attributes.titleFontName = s.text.getFontName();
   s.along = getDomain()->getDeltaX();
@@ -96,40 +95,17 @@ void PoAxis::buildGrads(int num, const float* coords, const char** strings, SoGr
     a.gradFontSize = 0;
     return;
   }
-  const TextPath path = a.effective(a.gradPath);
-  PiAxisText text(a.gradFontName, s.text, path, PiTextAlignment::beside(path, a.isAbove()));
-  s.boxes.clear();
-  float maxWidth = 0;
-  int maxLetters = 0;
-  for (int i = 0; i < num; ++i) {
-    s.boxes.push_back(text.measure(PiTextRun(strings[i])));
-    maxWidth = std::max(maxWidth, s.boxes.back().xmax - s.boxes.back().xmin);
-    maxLetters = std::max(maxLetters, PiAxisText::countLetters(strings[i]));
-  }
+  PiGradTextLine line(s, a.gradFontName);
+  for (int i = 0; i < num; ++i) line.add(coords[i], PiTextRun(strings[i]));
   const bool isSizeFixed = a.gradFontSize > 0;
   const float interval = num > 1 ? coords[1] - coords[0] : s.axisEnd - s.axisStart;
-  float size =
-      isSizeFixed ? a.gradFontSize * s.along : PiAxisLayout::fitGradSize(path, maxWidth, maxLetters, interval, s.along);
-  PiGradLegibility::Choice choice{size, 1, 0, false};
-  if (s.isLegible) {
-    PiGradLegibility::Line line;
-    line.coords = {coords, static_cast<size_t>(num)};
-    line.boxes = s.boxes;
-    line.size = size;
-    line.largest = PiAxisLayout::AUTO_GRAD_SIZE * s.along;
-    line.along = s.along;
-    line.nearest = a.gradDistAxis != 0 ? a.gradDistAxis * s.along : a.isAbove() ? s.limits.ymax : s.limits.ymin;
-    line.isSizeFixed = isSizeFixed;
-    line.firstMultiple = s.firstMultiple;
-    choice = PiGradLegibility::choose(line);
-    size = choice.size;
-  }
-  a.gradFontSize = size / s.along;
-  const float y = PiAxisLayout::gradLine(a, s.limits, size, s.along);
-  for (int i = choice.next(-1, num); i < num; i = choice.next(i, num)) {
-    text.build(PiTextRun(strings[i]), coords[i], y, size, group);
-    PiAxisLayout::growByText(s.limits, s.boxes[static_cast<size_t>(i)], coords[i], y, size);
-  }
+  line.setSize(isSizeFixed
+                   ? a.gradFontSize * s.along
+                   : PiAxisLayout::fitGradSize(line.path(), line.maxWidth(), line.maxLetters(), interval, s.along),
+               isSizeFixed);
+  line.makeLegible(true, s.firstMultiple);
+  a.gradFontSize = line.size() / s.along;
+  line.build(PiAxisLayout::gradLine(a, s.limits, line.size(), s.along), group);
 }
 
 void PoAxis::buildTitle(float axisStart, float axisEnd, SoGroup* group) {
@@ -198,6 +174,14 @@ void PoAxis::buildTicksAndGrids() {
   fill("subGradGrid", [&](SoGroup* group) { buildGridLines(numSub, s.subCoords.data(), group); });
   fill("mainGradTick", [&](SoGroup* group) { buildTick(numMain, s.mainCoords.data(), mainLength * s.along, group); });
   fill("mainGradGrid", [&](SoGroup* group) { buildGridLines(numMain, s.mainCoords.data(), group); });
+}
+
+void PoAxis::buildGradTextPart() {
+  PiAxisState& s = state();
+  auto* group = new SoGroup;
+  setPart("mainGradText", group);
+  buildGrads(static_cast<int>(s.mainCoords.size()), s.mainCoords.data(), s.mainStrings.data(), group);
+  setElementFont("mainGradText", s.attributes.gradFontSize > 0, s.attributes.gradFontName, s.attributes.gradFontSize);
 }
 
 void PoAxis::buildTitlePart(float axisStart, float axisEnd) {

@@ -18,6 +18,7 @@
 #include <cmath>
 
 #include "graph/format/PiTextLines.h"
+#include "graph/format/PiTextMetrics.h"
 #include "graph/toolkit/SoAnnoText3.h"
 
 namespace {
@@ -125,19 +126,20 @@ float PiText::verticalOffset(size_t numLines) const {
   }
 }
 
-void PiText::addText(SoGroup* group, const std::vector<std::string>& lines, int horizontal, bool isMeasuring) const {
+void PiText::addText(SoGroup* group, const std::vector<std::string>& lines, int horizontal, float size,
+                     bool isMeasuring) const {
   if (isMeasuring || m_fontName.getLength() > 0) {
     auto* font = new SoFont;
     group->addChild(font);
     font->name = m_fontName.getLength() > 0 ? m_fontName.getString() : "defaultFont";
-    font->size = m_fontSize;
+    font->size = size;
   }
   if (PoBase::isVRML2Mode()) {
     group->addChild(makeTextNode<SoAsciiText>(lines, horizontal));
   } else if (!usesSolidText()) {
     group->addChild(makeTextNode<SoAnnoText3>(lines, horizontal));
   } else {
-    if (m_isProfileEnabled && m_isPredefinedProfileEnabled) addPredefinedProfile(group, m_fontSize);
+    if (m_isProfileEnabled && m_isPredefinedProfileEnabled) addPredefinedProfile(group, size);
     SoNode* text = makeTextNode<SoText3>(lines, horizontal);
     group->addChild(text);
     if (m_isProfileEnabled) static_cast<SoText3*>(text)->parts = SoText3::ALL;
@@ -145,19 +147,27 @@ void PiText::addText(SoGroup* group, const std::vector<std::string>& lines, int 
 }
 
 SbBox3f PiText::measureLine(const std::string& line) {
-  if (!m_measuring) m_measuring = std::make_unique<SoGetBoundingBoxAction>(SbViewportRegion(100, 100));
-  auto* group = new SoSeparator;
-  group->ref();
-  addText(group, {line}, LEFT, true);
-  m_measuring->apply(group);
-  SbBox3f box = m_measuring->getBoundingBox();
-  group->unref();
-  // SoText3 says that text with a profile is at least 1 deep.
-  if (!box.isEmpty() && usesSolidText() && m_isProfileEnabled && m_isPredefinedProfileEnabled) {
-    SbVec3f least = box.getMin();
-    least[2] = -kProfileDepth * m_fontSize;
-    box.setBounds(least, box.getMax());
-  }
+  const int isAscii = PoBase::isVRML2Mode();
+  const bool isDeep = usesSolidText() && m_isProfileEnabled && m_isPredefinedProfileEnabled;
+  const int kind = isAscii ? 0 : !usesSolidText() ? 1 : !m_isProfileEnabled ? 2 : isDeep ? 3 : 4;
+  const auto measureAtSizeOne = [&] {
+    if (!m_measuring) m_measuring = std::make_unique<SoGetBoundingBoxAction>(SbViewportRegion(100, 100));
+    auto* group = new SoSeparator;
+    group->ref();
+    addText(group, {line}, LEFT, 1, true);
+    m_measuring->apply(group);
+    SbBox3f box = m_measuring->getBoundingBox();
+    group->unref();
+    // SoText3 says that text with a profile is at least 1 deep.
+    if (!box.isEmpty() && isDeep) {
+      SbVec3f least = box.getMin();
+      least[2] = -kProfileDepth;
+      box.setBounds(least, box.getMax());
+    }
+    return box;
+  };
+  SbBox3f box = PiTextMetrics::shared().get(kind, m_fontName.getString(), line, measureAtSizeOne);
+  if (!box.isEmpty()) box.setBounds(box.getMin() * m_fontSize, box.getMax() * m_fontSize);
   return box;
 }
 
@@ -207,7 +217,7 @@ int PiText::build(const char* text, int isWrapped) {
   auto* offset = new SoTranslation;
   separator->addChild(offset);
   offset->translation.setValue(0, verticalOffset(lines.size()), 0);
-  addText(separator, lines, m_horizontal, false);
+  addText(separator, lines, m_horizontal, m_fontSize, false);
   return static_cast<int>(lines.size());
 }
 

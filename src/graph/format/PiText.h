@@ -78,7 +78,8 @@ class PiText {
   std::vector<std::string> prepareLines(const char* text, int isWrapped) const;
   bool usesSolidText() const;
   float verticalOffset(size_t numLines) const;
-  void addText(SoGroup* group, const std::vector<std::string>& lines, int horizontal, bool isMeasuring) const;
+  void addText(SoGroup* group, const std::vector<std::string>& lines, int horizontal, float size,
+               bool isMeasuring) const;
   SbBox3f measureLine(const std::string& line);
   SbBox3f measureUnplaced(const std::vector<std::string>& lines);
   SbMatrix placement(const std::vector<std::string>& lines);

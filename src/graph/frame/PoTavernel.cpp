@@ -4,6 +4,9 @@
 #include <Ormelle/PoChart.h>
 #include <Ormelle/PoCurve.h>
 #include <Ormelle/PoCurve3.h>
+#include <Ormelle/PoGenAxis.h>
+#include <Ormelle/PoLinearAxis.h>
+#include <Ormelle/PoLogAxis.h>
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
@@ -17,9 +20,10 @@ PO_KIT_ABSTRACT_SOURCE(PoTavernel)
 namespace {
 
 constexpr PiClassEntry kClasses[] = {
-    PI_CLASS(PoTavernel),   PI_CLASS(PoCurve),         PI_CLASS(PoCurve3),   PI_CLASS(PoBaseAxis),
-    PI_CLASS(PoAxis),       PI_CLASS(PoCartesianAxis), PI_CLASS(PoTimeAxis), PI_CLASS(PoPieChart),
-    PI_CLASS(PoPieChart2D), PI_CLASS(PoPieChart3D),    PI_CLASS(PoChart),
+    PI_CLASS(PoTavernel),   PI_CLASS(PoCurve),         PI_CLASS(PoCurve3),     PI_CLASS(PoBaseAxis),
+    PI_CLASS(PoAxis),       PI_CLASS(PoCartesianAxis), PI_CLASS(PoLinearAxis), PI_CLASS(PoGenAxis),
+    PI_CLASS(PoLogAxis),    PI_CLASS(PoTimeAxis),      PI_CLASS(PoPieChart),   PI_CLASS(PoPieChart2D),
+    PI_CLASS(PoPieChart3D), PI_CLASS(PoChart),
 };
 
 }  // namespace
@@ -36,6 +40,13 @@ void PoTavernel::initClasses() { piInitClasses(kClasses); }
 void PoTavernel::exitClasses() { piExitClasses(kClasses); }
 
 void PoTavernel::watchField(SoField& field) { m_watchedFields.append(&field); }
+
+void PoTavernel::copyWatchedFields(const PoTavernel& other) {
+  for (int i = 0; i < m_watchedFields.getLength() && i < other.m_watchedFields.getLength(); ++i) {
+    m_watchedFields[i]->copyFrom(*other.m_watchedFields[i]);
+    m_watchedFields[i]->setDefault(other.m_watchedFields[i]->isDefault());
+  }
+}
 
 void PoTavernel::ownPart(SoSFNode& part) { m_ownParts.append(&part); }
 
