@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "graph/axis/PiLinearStep.h"
+#include "graph/axis/PiLinearGradations.h"
 
 namespace {
 
@@ -200,8 +200,11 @@ PiDate::StepType PiDateRepChoice::initDateStepOfLevel0(const PiDateSpan& span) {
 void PiDateRepChoice::initDateNumStep(const PiDateSpan& span, PiDateLevel& level) {
   const double seconds = span.inSeconds();
   if (level.unit == PiDate::SECOND) {
-    level.numStep = seconds < 6 ? PiLinearStep::automatic(static_cast<float>(seconds))
-                                : static_cast<float>(stepOfLadder(kSexagesimal, seconds));
+    level.numStep = 0;
+    if (seconds < 6)
+      PiLinearGradations::chooseStep(static_cast<float>(seconds), level.numStep);
+    else
+      level.numStep = static_cast<float>(stepOfLadder(kSexagesimal, seconds));
     if (level.numStep > 0) return;
     level.unit = seconds < 6 ? level.unit : PiDate::MINUTE;
   }
