@@ -1,8 +1,6 @@
 #ifndef ORMELLE_POMESH3D_H
 #define ORMELLE_POMESH3D_H
 
-#include <vector>
-
 #include <Inventor/SbVec3f.h>
 
 #include <Ormelle/PoMesh.h>
@@ -91,6 +89,9 @@ class ORMELLE_API PoMesh3D : public PoMesh {
   /// The mesh of the rebuild under way if there is something to draw of it, else null.
   PbMesh3D* drawnMesh() const;
 
+  /// Lets the kit's cache depend on the cell filter of the state.
+  void addCellFilterInCache();
+
   /// @name Steps of a rebuild that draws a surface
   /// @{
   /// Makes the group of this rebuild with its hints for light, unless it is there from the last one.
@@ -114,13 +115,15 @@ class ORMELLE_API PoMesh3D : public PoMesh {
 
   PbMesh3D* givenMesh() const;
   void updateLevelSurfTopology(const float* values, float iso);
-  void updateLevelSurfCoord(const float* values);
   void updateLevelSurfNormals();
+  void makeLevelSurfNormals(SoIndexedShape& shape);
   void updateLevelSurfColors(const float* values);
-  void updateLevelSurfTextures(const float* values);
-  void updateLevelSurfContouring(const float* values);
-  const std::vector<float>& updateLevelSurfPointValues(const float* values, const float* colorValues);
-  void addLevelSurfCells();
+  void updateLevelSurfTextures();
+  void updateLevelSurfContouring();
+  void updateLevelSurfPointValues(const float* colorValues);
+  template <class View>
+  void makeLevelSurf(const View& view, const float* values);
+  void makeLevelSurfOfCells(const float* values);
   void placeShape();
 
   std::unique_ptr<PiSurfaceStore> m_surface;

@@ -2,7 +2,6 @@
 #define ORMELLE_PISURFACESTORE_H
 
 #include <optional>
-#include <vector>
 
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoGroup.h>
@@ -11,8 +10,12 @@
 #include <Ormelle/PoMesh3D.h>
 
 #include "graph/toolkit/PiNodeRef.h"
+#include "quillane/contour/PiContouringFilled.h"
+#include "quillane/surface/PiGridLevelSurf.h"
+#include "quillane/surface/PiIndexedLevelSurf.h"
 #include "quillane/surface/PiPairTable.h"
 #include "quillane/surface/PiQuadMerge.h"
+#include "quillane/surface/PiSurfaceNormals.h"
 
 /// How often each pass of the surface has run in the life of a kit. For tests.
 struct PiSurfacePasses {
@@ -30,7 +33,7 @@ struct PiTopologyKey {
   bool operator==(const PiTopologyKey&) const = default;
 };
 struct PiNormalsKey {
-  int topology;
+  int coordinates;
   float creaseAngle;
   bool operator==(const PiNormalsKey&) const = default;
 };
@@ -41,6 +44,14 @@ struct PiColorsKey {
   bool isLevelData;
   unsigned mapping;
   bool operator==(const PiColorsKey&) const = default;
+};
+
+/// What a level surface must know of the coordinates of a mesh as a whole. It holds until they change.
+struct PiVolumeTraits {
+  std::optional<unsigned> geometry;  ///< of which mesh
+  bool areFinite = true;
+  bool isOutward = false;  ///< the ordering of the first cell that has one is 1
+  bool isUniform = false;  ///< all other cells are known to have the same
 };
 
 /// The surface that a volume kit keeps between rebuilds: points, indices, and the nodes that hold them.
@@ -58,13 +69,20 @@ struct PiSurfaceStore {
   bool isReduced = false;  ///< the group shows a shape without the transparent parts
 
   bool areStrips = true;
-  float iso = 0;  ///< moved off the values of the nodes
+  float iso = 0;        ///< moved off the values of the nodes
+  bool isMade = false;  ///< the mesh called back with its type
+  PiVolumeTraits traits;
+
+  PiGridLevelSurf gridLevelSurf;
+  PiIndexedLevelSurf indexedLevelSurf;
+  PiSurfaceNormals surfaceNormals;
+  PiContouringFilled contouring;
 
   std::optional<PiTopologyKey> topologyKey;
   std::optional<PiNormalsKey> normalsKey;
-  std::optional<PiColorsKey> colorsKey, texturesKey;
+  std::optional<PiColorsKey> colorsKey;
   PiSurfacePasses passes;
-  std::vector<float> pointValues;  ///< scratch: one for each point
+  PiGrowBuffer<float> pointValues;  ///< scratch: one for each point
 
   void forget() {
     group.reset();
@@ -75,11 +93,11 @@ struct PiSurfaceStore {
     topologyKey.reset();
     normalsKey.reset();
     colorsKey.reset();
-    texturesKey.reset();
   }
   std::size_t memorySize() const {
     return points.pointMemorySize() + quadrangles.memorySize() + cells.capacity() * sizeof(int) +
-           pointValues.capacity() * sizeof(float);
+           pointValues.capacity() * sizeof(float) + gridLevelSurf.memorySize() + indexedLevelSurf.memorySize() +
+           surfaceNormals.memorySize();
   }
 
   static const PiSurfacePasses& passesOf(const PoMesh3D& kit) { return kit.m_surface->passes; }

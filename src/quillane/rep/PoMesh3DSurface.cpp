@@ -1,12 +1,6 @@
-// The surface that a volume kit keeps between rebuilds: its nodes, and the passes that bring them up to date.
+// The surface that a volume kit keeps between rebuilds: its nodes, and what colours it. PoMesh3DLevelSurf.cpp makes it.
 
-#include <Ormelle/PbCellFilterIterator.h>
-#include <Ormelle/PbHexahedronCell.h>
 #include <Ormelle/PbMesh3D.h>
-#include <Ormelle/PbPyramidCell.h>
-#include <Ormelle/PbTetrahedronCell.h>
-#include <Ormelle/PbWedgeCell.h>
-#include <Ormelle/PoCellFilter.h>
 #include <Ormelle/PoMesh3D.h>
 
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -20,9 +14,7 @@
 #include <Inventor/nodes/SoTextureCoordinateBinding.h>
 
 #include <algorithm>
-#include <cmath>
-#include <cstdlib>
-#include <string>
+#include <span>
 
 #include "quillane/emit/PiColorWriter.h"
 #include "quillane/emit/PiMeshNodes.h"
@@ -31,15 +23,6 @@
 #include "quillane/rep/PiSurfaceStore.h"
 
 namespace {
-
-/// A switch of the environment: on unless it says otherwise.
-bool isEnvironmentOn(const char* name) {
-  const char* text = std::getenv(name);
-  if (!text) return true;
-  std::string upper(text);
-  std::transform(upper.begin(), upper.end(), upper.begin(), [](unsigned char c) { return std::toupper(c); });
-  return !(upper == "FALSE" || upper == "0" || upper == "NO" || upper == "OFF");
-}
 
 void removeFrom(SoGroup& group, SoNode* node) {
   const int place = node ? group.findChild(node) : -1;
@@ -102,7 +85,11 @@ void PoMesh3D::updateSurfaceShapeBindings(int perPart) {
     insertDefaultShapeHints();
   }
 
-  if (m_currentColoring == COLOR_INHERITED || m_currentColoring == COLOR_TEXTURE_CONTOURING) {
+  if (m_currentColoring == COLOR_CONTOURING) {
+    // The bands bring nodes of their own.
+    m_surface->material.reset(new SoMaterial);
+    made.material = m_surface->material.get();
+  } else if (m_currentColoring == COLOR_INHERITED || m_currentColoring == COLOR_TEXTURE_CONTOURING) {
     removeFrom(*group, made.materialBinding);
     made.materialBinding = nullptr;
     made.material = nullptr;
@@ -158,9 +145,16 @@ void PoMesh3D::showSurface(const char* groupPart) {
   setAppearancePart("texture2", nodes().texture);
   setAppearancePart("material", nodes().material);
   setPart(groupPart, nodes().group);
-  if (surface.isReduced || m_currentColoring == COLOR_CONTOURING) return;
-  surface.isReduced = deleteTransparencyParts(m_currentDataMapping, nodes().material, nodes().materialBinding,
-                                              nodes().group) != nullptr;
+  SoShape* reduced =
+      deleteTransparencyParts(m_currentDataMapping, nodes().material, nodes().materialBinding, nodes().group);
+  if (!reduced) return;
+  surface.isReduced = true;
+  // Normals of facets are counted along the facets that are left.
+  if (nodes().normal && nodes().normalBinding && nodes().normalBinding->value.getValue() != SoNormalBinding::OVERALL &&
+      reduced->isOfType(SoIndexedShape::getClassTypeId())) {
+    makeLevelSurfNormals(*static_cast<SoIndexedShape*>(reduced));
+    surface.normalsKey.reset();
+  }
 }
 
 void PoMesh3D::removeSurface(const char* groupPart) {
@@ -173,172 +167,116 @@ void PoMesh3D::removeSurface(const char* groupPart) {
 
 // --- passes ---------------------------------------------------------------------------------------------------------
 
-void PoMesh3D::meshLevelSurf(PbMesh3D* mesh) {
-  PiSurfaceStore& surface = *m_surface;
-  surface.areStrips = isEnvironmentOn("ZEL_QUILLANE_USE_TRIANGLE_STRIP_SET");
-  const float* values = getIsosurfDataSet();
-  m_currentMesh3D = mesh;
-  updateSurfaceShapeBindings(surface.areStrips);
-  updateLevelSurfTopology(values, getIsosurfValue());
-  updateLevelSurfCoord(values);
-  if (m_currentColoring == COLOR_CONTOURING) {
-    updateLevelSurfContouring(values);
-    return;
-  }
-  placeShape();
-  updateLevelSurfColors(values);
-  updateLevelSurfTextures(values);
-}
-
-void PoMesh3D::updateLevelSurfTopology(const float* values, float iso) {
-  PiSurfaceStore& surface = *m_surface;
-  const PbMesh3D& mesh = *m_currentMesh3D;
-  const PoCellFilter* filter = getCellFilter();
-  const int filterIndex = valuesIndexForCellFilter.getValue();
-  const PiTopologyKey key{mesh.getTopologyId(),
-                          mesh.getGeometryId(),
-                          getIsosurfDataSetId(),
-                          filter ? static_cast<unsigned>(filter->getNodeId()) : 0,
-                          filter ? mesh.getFltDataSetId(filterIndex) : 0,
-                          getIsosurfDataSetIndex(),
-                          filter ? filterIndex : -1,
-                          iso,
-                          getSurfOrientation(),
-                          surface.areStrips};
-  if (surface.shape && surface.topologyKey == key) return;
-  surface.topologyKey = key;
-  ++surface.passes.topology;
-
-  initSurfPointList();
-  initOptQuadrangleList();
-  surface.iso = iso;
-  if (values) {
-    adjustIsoval(mesh.getNumNodes(), values, surface.iso);
-    addLevelSurfCells();
-    addLevelSurfOptQuadrangle();
-  }
-  PiIndexList& cells = buffers().cellIndices;
-  surface.cells.reset(cells.size());
-  std::copy(cells.data(), cells.data() + cells.size(), surface.cells.begin());
-
-  SoIndexedShape* shape = surface.shape.get();
-  const bool isStripSet = shape && shape->isOfType(SoIndexedTriangleStripSet::getClassTypeId());
-  if (!shape || isStripSet != surface.areStrips) {
-    if (shape && surface.group) removeFrom(*surface.group, shape);
-    surface.shape.reset(surface.areStrips ? static_cast<SoIndexedShape*>(new SoIndexedTriangleStripSet)
-                                          : new SoIndexedFaceSet);
-  }
-  update_coord_index(surface.shape.get());
-}
-
-void PoMesh3D::addLevelSurfCells() {
-  const PbMesh3D& mesh = *m_currentMesh3D;
-  const float* values = getIsosurfDataSet();
-  const auto numNodes = static_cast<std::size_t>(mesh.getNumNodes());
-  const auto isUsable = [&](const PbCell& cell) {
-    for (int n = 0; n < cell.getNumNodes(); ++n) {
-      const SbVec3f point = cell.getNodeCoord(n);
-      if (std::isnan(values[cell.getNodeIndex(n)]) || !std::isfinite(point[0]) || !std::isfinite(point[1]) ||
-          !std::isfinite(point[2]))
-        return false;
-    }
-    return true;
-  };
-
-  std::vector<bool> flags(numNodes);
-  int ordering = -1;
-  PbCellFilterIterator cells(&mesh, getCellFilter(), valuesIndexForCellFilter.getValue());
-  for (cells.first(); cells.notDone(); cells.next()) {
-    const PbCell* cell = cells.getCell();
-    if (!cell) continue;
-    if (ordering < 0) {
-      ordering = cell->getOrdering();
-      const bool isToMax = (getSurfOrientation() != 0) == (ordering != 0);
-      for (std::size_t n = 0; n < numNodes; ++n)
-        flags[n] = isToMax ? values[n] > m_surface->iso : values[n] < m_surface->iso;
-    }
-    if (!isUsable(*cell)) continue;
-    cell->addLevelSurfPart(this, flags, m_surface->areStrips);
-  }
-}
-
-void PoMesh3D::updateLevelSurfCoord(const float* values) {
-  PiSurfaceStore& surface = *m_surface;
-  const PbMesh3D& mesh = *m_currentMesh3D;
-  if (!surface.coordinate) surface.coordinate.reset(new SoCoordinate3);
-  nodes().coordinate = surface.coordinate.get();
-  ++surface.passes.coordinates;
-  SoMFVec3f& field = surface.coordinate->point;
-  field.setNum(static_cast<int>(surface.points.size()));
-  if (surface.points.size() == 0) return;
-  SbVec3f* point = field.startEditing();
-  for (PiSurfacePoint& cut : surface.points.points()) {
-    const SbVec3f a = mesh.getNodeCoord(cut.a), b = mesh.getNodeCoord(cut.b);
-    cut.t = (values[cut.a] - surface.iso) / (values[cut.a] - values[cut.b]);
-    *point++ = a - cut.t * (a - b);
-  }
-  field.finishEditing();
-}
-
+/// Puts coordinates and shape behind the other nodes, in place of what the last rebuild showed without its transparent
+/// parts.
 void PoMesh3D::placeShape() {
   PiSurfaceStore& surface = *m_surface;
   SoGroup& group = *surface.group.get();
-  removeFrom(group, surface.coordinate.get());
-  removeFrom(group, surface.shape.get());
-  group.addChild(surface.coordinate.get());
-  group.addChild(surface.shape.get());
+  if (surface.isReduced) {
+    for (int child = group.getNumChildren() - 1; child >= 0; --child)
+      if (group.getChild(child)->isOfType(SoShape::getClassTypeId())) group.removeChild(child);
+    surface.isReduced = false;
+    surface.colorsKey.reset();
+  }
+  SoNode* const wanted[2] = {surface.coordinate.get(), surface.shape.get()};
+  const int numChildren = group.getNumChildren();
+  if (numChildren >= 2 && group.getChild(numChildren - 2) == wanted[0] && group.getChild(numChildren - 1) == wanted[1])
+    return;
+  for (SoNode* node : wanted) {
+    removeFrom(group, node);
+    group.addChild(node);
+  }
 }
 
-const std::vector<float>& PoMesh3D::updateLevelSurfPointValues(const float*, const float* colorValues) {
-  std::vector<float>& result = m_surface->pointValues;
-  result.resize(m_surface->points.size());
+void PoMesh3D::updateLevelSurfPointValues(const float* colorValues) {
+  PiGrowBuffer<float>& result = m_surface->pointValues;
+  result.reset(m_surface->points.size());
   std::size_t i = 0;
-  for (const PiSurfacePoint& point : m_surface->points.points())
-    result[i++] = colorValues[point.a] - point.t * (colorValues[point.a] - colorValues[point.b]);
-  return result;
+  for (const PiSurfacePoint& point : m_surface->points.points()) {
+    const float valueA = colorValues[point.a], valueB = colorValues[point.b];
+    // At an end the other end doesn't count, be it infinite.
+    result[i++] = point.t == 0 ? valueA : point.t == 1 ? valueB : valueA - point.t * (valueA - valueB);
+  }
 }
 
 void PoMesh3D::updateLevelSurfColors(const float* values) {
   PiMeshNodes& made = nodes();
-  if (!made.material || !m_currentDataMapping) return;
-  const float* colorValues = m_currentMesh3D->getValuesSet(valuesIndex.getValue());
+  PiSurfaceStore& surface = *m_surface;
+  if (!made.material || !m_currentDataMapping) {
+    surface.colorsKey.reset();
+    return;
+  }
+  const int index = valuesIndex.getValue();
+  const float* colorValues = m_currentMesh3D->getValuesSet(index);
+  const bool isLevelData = colorValues == values;
+  if (isLevelData) setBinding(*made.materialBinding, SoMaterialBinding::OVERALL);
+  const PiColorsKey key{surface.passes.topology, m_currentMesh3D->getFltDataSetId(index), index, isLevelData,
+                        m_currentDataMapping->getId()};
+  if (surface.colorsKey == key) return;
+  surface.colorsKey = key;
+  ++surface.passes.colors;
+
   made.material->transparency.setValue(0);
-  if (colorValues == values) {
-    setBinding(*made.materialBinding, SoMaterialBinding::OVERALL);
+  if (isLevelData) {
     PiColorWriter(*m_currentDataMapping, *made.material, 1).set(0, getIsosurfValue());
-    return;
-  }
-  ++m_surface->passes.colors;
-  const bool arePerCell = m_currentMesh3D->getValuesBinding(valuesIndex.getValue()) == PbMesh::PER_CELL;
-  if (arePerCell) {
-    PiColorWriter colors(*m_currentDataMapping, *made.material, static_cast<int>(m_surface->cells.size()));
+  } else if (m_currentMesh3D->getValuesBinding(index) == PbMesh::PER_CELL) {
+    PiColorWriter colors(*m_currentDataMapping, *made.material, static_cast<int>(surface.cells.size()));
     int entry = 0;
-    for (const int cell : m_surface->cells) colors.set(entry++, colorValues[cell]);
-    return;
+    for (const int cell : surface.cells) colors.set(entry++, colorValues[cell]);
+  } else {
+    updateLevelSurfPointValues(colorValues);
+    PiColorWriter colors(*m_currentDataMapping, *made.material, static_cast<int>(surface.pointValues.size()));
+    int entry = 0;
+    for (const float value : surface.pointValues) colors.set(entry++, value);
   }
-  const std::vector<float>& pointValues = updateLevelSurfPointValues(values, colorValues);
-  PiColorWriter colors(*m_currentDataMapping, *made.material, static_cast<int>(pointValues.size()));
-  int entry = 0;
-  for (const float value : pointValues) colors.set(entry++, value);
 }
 
-void PoMesh3D::updateLevelSurfTextures(const float* values) {
+void PoMesh3D::updateLevelSurfTextures() {
   PiMeshNodes& made = nodes();
+  PiSurfaceStore& surface = *m_surface;
   if (!made.textureCoordinate) return;
-  ++m_surface->passes.textures;
-  const std::vector<float>& pointValues =
-      updateLevelSurfPointValues(values, m_currentMesh3D->getValuesSet(valuesIndex.getValue()));
-  made.texture = inputs().textureContouring.getTexture();
-  inputs().textureContouring.fill(*made.textureCoordinate, static_cast<int>(pointValues.size()), pointValues.data());
+  PiTextureContouring& bands = inputs().textureContouring;
+  made.texture = bands.getTexture();
+  // The coordinates also depend on the isovalues, which have no id. They are cheap beside the texture, which preRebuild
+  // has made anew.
+  ++surface.passes.textures;
+  updateLevelSurfPointValues(m_currentMesh3D->getValuesSet(valuesIndex.getValue()));
+  bands.fill(*made.textureCoordinate, static_cast<int>(surface.pointValues.size()), surface.pointValues.data());
 }
 
-void PoMesh3D::updateLevelSurfContouring(const float*) {}
+void PoMesh3D::updateLevelSurfContouring() {
+  PiMeshNodes& made = nodes();
+  PiSurfaceStore& surface = *m_surface;
+  SoGroup& group = *surface.group.get();
+  group.removeAllChildren();
+  insertDefaultShapeHints();
+  made.materialBinding = nullptr;
+  made.normalBinding = nullptr;
+  made.normal = nullptr;
+  surface.normalsKey.reset();
+  surface.colorsKey.reset();
+  surface.isReduced = false;
+  if (surface.points.size() == 0 || !m_currentDataMapping) return;
 
-void PoMesh3D::updateLevelSurfNormals() {}
-
-// --- called back by the mesh ----------------------------------------------------------------------------------------
-
-void PoMesh3D::regularGrid3DLevelSurf(const PbRegularCartesianGrid3D*, const float*) { addLevelSurfCells(); }
-void PoMesh3D::paralCartGrid3DLevelSurf(const PbParalCartesianGrid3D*, const float*) { addLevelSurfCells(); }
-void PoMesh3D::cartGrid3DLevelSurf(const PbCartesianGrid3D*, const float*) { addLevelSurfCells(); }
-void PoMesh3D::indexedMeshLevelSurf(const PbIndexedMesh3D*, const float*) { addLevelSurfCells(); }
+  ++surface.passes.contouring;
+  updateLevelSurfPointValues(m_currentMesh3D->getValuesSet(valuesIndex.getValue()));
+  PiContouringFilled& bands = surface.contouring;
+  bands.setIsovaluesList(m_currentIsovaluesList);
+  bands.setDataMapping(m_currentDataMapping);
+  bands.initGeometry();
+  bands.setPoints(static_cast<int>(surface.points.size()), surface.coordinate.get());
+  const SoMFInt32& field = surface.shape->coordIndex;
+  const std::span<const int> indices(field.getValues(0), static_cast<std::size_t>(field.getNum()));
+  if (surface.areStrips) {
+    std::size_t first = 0;
+    for (std::size_t end = 0; end < indices.size(); ++end) {
+      if (indices[end] >= 0) continue;
+      bands.addStripElems(static_cast<int>(end - first), indices.data() + first);
+      first = end + 1;
+    }
+  } else {
+    bands.addPolygons(indices);
+  }
+  made.materialBinding = new SoMaterialBinding;
+  bands.fillSurf(surface.pointValues.data(), &group, made.material, made.materialBinding);
+}

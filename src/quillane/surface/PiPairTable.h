@@ -24,7 +24,7 @@ class PiPairTable {
 
   /// Gives the index of the pair. Returns 1 if the pair is new, else 0. `t` of a new point is 0.
   int add(int a, int b, int& index) {
-    if (m_points.size() >= m_slots.size()) growSlots();
+    if (m_points.size() >= m_slots.size() || m_next.size() != m_points.size()) link();
     if (a > b) {
       const int other = a;
       a = b;
@@ -46,6 +46,7 @@ class PiPairTable {
   }
 
   std::size_t size() const { return m_points.size(); }
+  /// The points by index. Who knows by itself which points there are may size and fill the array after clear().
   PiGrowBuffer<PiSurfacePoint>& points() { return m_points; }
   const PiGrowBuffer<PiSurfacePoint>& points() const { return m_points; }
 
@@ -61,7 +62,7 @@ class PiPairTable {
             3 * static_cast<std::size_t>(static_cast<std::uint32_t>(a))) &
            (m_slots.size() - 1);
   }
-  void growSlots();
+  void link();
 
   PiGrowBuffer<int> m_slots;  // first point of each slot, or -1
   PiGrowBuffer<int> m_next;   // the next point in the same slot, or -1
