@@ -151,6 +151,7 @@ void PoMesh3D::meshLevelSurf(PbMesh3D* mesh) {
   surface.areStrips = isEnvironmentOn("ZEL_QUILLANE_USE_TRIANGLE_STRIP_SET");
   const float* values = getIsosurfDataSet();
   m_currentMesh3D = mesh;
+  if (m_currentColoring == COLOR_CONTOURING) m_currentColoring = COLOR_MAPPING;  // until bands can be cut
   updateSurfaceShapeBindings(surface.areStrips);
   updateLevelSurfTopology(values, getIsosurfValue());
   if (m_currentColoring == COLOR_CONTOURING) {
@@ -321,8 +322,8 @@ void PoMesh3D::makeLevelSurfOfCells(const float* values) {
   if (surface.points.size() == 0) return;
   SbVec3f* place = places.startEditing();
   for (PiSurfacePoint& cut : surface.points.points())
-    *place++ = placedSafely(mesh.getNodeCoord(cut.a), mesh.getNodeCoord(cut.b), values[cut.a], values[cut.b],
-                            surface.iso, cut.t);
+    *place++ = placedSurfacePoint(mesh.getNodeCoord(cut.a), mesh.getNodeCoord(cut.b), values[cut.a], values[cut.b],
+                                  surface.iso, cut.t);
   places.finishEditing();
 }
 

@@ -260,23 +260,4 @@ void PoMesh3D::updateLevelSurfContouring() {
 
   ++surface.passes.contouring;
   updateLevelSurfPointValues(m_currentMesh3D->getValuesSet(valuesIndex.getValue()));
-  PiContouringFilled& bands = surface.contouring;
-  bands.setIsovaluesList(m_currentIsovaluesList);
-  bands.setDataMapping(m_currentDataMapping);
-  bands.initGeometry();
-  bands.setPoints(static_cast<int>(surface.points.size()), surface.coordinate.get());
-  const SoMFInt32& field = surface.shape->coordIndex;
-  const std::span<const int> indices(field.getValues(0), static_cast<std::size_t>(field.getNum()));
-  if (surface.areStrips) {
-    std::size_t first = 0;
-    for (std::size_t end = 0; end < indices.size(); ++end) {
-      if (indices[end] >= 0) continue;
-      bands.addStripElems(static_cast<int>(end - first), indices.data() + first);
-      first = end + 1;
-    }
-  } else {
-    bands.addPolygons(indices);
-  }
-  made.materialBinding = new SoMaterialBinding;
-  bands.fillSurf(surface.pointValues.data(), &group, made.material, made.materialBinding);
 }

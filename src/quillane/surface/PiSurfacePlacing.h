@@ -24,8 +24,16 @@ inline SbVec3f placedSafely(const SbVec3f& a, const SbVec3f& b, double valueA, d
   return point;
 }
 
-/// Sets `t` of each point from the values at the ends of its edge, and writes where it is. Nodes have finite
-/// coordinates and no value is NaN.
+/// Where the surface cuts the edge between nodes at `a` and `b`, and `t`, its fraction of the edge. The nodes have
+/// finite coordinates, and no value is NaN.
+inline SbVec3f placedSurfacePoint(const SbVec3f& a, const SbVec3f& b, float valueA, float valueB, float iso, float& t) {
+  t = (valueA - iso) / (valueA - valueB);
+  const SbVec3f point(a[0] - t * (a[0] - b[0]), a[1] - t * (a[1] - b[1]), a[2] - t * (a[2] - b[2]));
+  const float sum = point[0] + point[1] + point[2];
+  return t >= 0 && t <= 1 && sum - sum == 0 ? point : placedSafely(a, b, valueA, valueB, iso, t);
+}
+
+/// Places all points: sets `t` of each, and writes where it is.
 template <PiView3D View>
 void placeSurfacePoints(const View& view, const float* values, float iso, std::span<PiSurfacePoint> points,
                         SbVec3f* places) {
@@ -33,17 +41,7 @@ void placeSurfacePoints(const View& view, const float* values, float iso, std::s
     auto pointA = view.walker(), pointB = view.walker();
     for (std::size_t i = begin; i < end; ++i) {
       PiSurfacePoint& cut = points[i];
-      const float valueA = values[cut.a], valueB = values[cut.b];
-      const float t = (valueA - iso) / (valueA - valueB);
-      const SbVec3f a = pointA(cut.a), b = pointB(cut.b);
-      const float x = a[0] - t * (a[0] - b[0]), y = a[1] - t * (a[1] - b[1]), z = a[2] - t * (a[2] - b[2]);
-      const float sum = x + y + z;
-      if (t >= 0 && t <= 1 && sum - sum == 0) {
-        cut.t = t;
-        places[i].setValue(x, y, z);
-      } else {
-        places[i] = placedSafely(a, b, valueA, valueB, iso, cut.t);
-      }
+      places[i] = placedSurfacePoint(pointA(cut.a), pointB(cut.b), values[cut.a], values[cut.b], iso, cut.t);
     }
   });
 }
