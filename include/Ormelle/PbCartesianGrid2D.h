@@ -24,6 +24,7 @@ class ORMELLE_API PbCartesianGrid2D : public PbGrid2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
 
   /// Dimensions and flat arrays, num_x*num_y floats each; z is null for a flat grid. Valid until the geometry changes.
   void getGeometry(int& num_x, int& num_y, const float*& x, const float*& y) const;

@@ -84,6 +84,7 @@ class ORMELLE_API PbIndexedMesh2D : public PbMesh2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
   void getNodesCoord(const float* z, SoMFVec3f& coords) const override;
   /// The edges that only one cell has, joined to closed contours that pass no node twice. A contour starts at its node
   /// of lowest index and contours come by rising first node. They run as those of grids do: against the cells, so that

@@ -22,6 +22,7 @@ class ORMELLE_API PbParalCartesianGrid2D : public PbCartesianGrid2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
 
   /// Dimensions and arrays: num_x and num_y floats, and num_x*num_y for z, which is null for a flat grid.
   void getGeometry(int& num_x, int& num_y, const float*& x, const float*& y) const;

@@ -20,6 +20,7 @@ class ORMELLE_API PbPolarGrid2D : public PbGrid2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
 
   /// Dimensions and arrays: num_r and num_t floats, and num_r*num_t for z, which is null for a flat grid.
   void getGeometry(int& num_r, int& num_t, const float*& radius, const float*& angle) const;

@@ -36,6 +36,7 @@ class ORMELLE_API PbQuadrangleMesh2D : public PbIndexedMesh2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
 };
 
 #endif

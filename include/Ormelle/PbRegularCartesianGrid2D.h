@@ -27,6 +27,7 @@ class ORMELLE_API PbRegularCartesianGrid2D : public PbGrid2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
 
   /// Replaces the nodes; see PbGrid2D::setGeometry().
   void setGeometry(int num_x, int num_y, float x_min, float y_min, float x_max, float y_max);

@@ -52,6 +52,7 @@ class ORMELLE_API PbTriangleMesh2D : public PbIndexedMesh2D {
 
   void meshLines(PoMeshLines* rep) const override;
   void meshFilled(PoMeshFilled* rep) const override;
+  void meshContouring(PiContouring* contouring, const float* z) const override;
 };
 
 #endif

@@ -1,6 +1,8 @@
 #ifndef ORMELLE_POMESHFILLED_H
 #define ORMELLE_POMESHFILLED_H
 
+#include <memory>
+
 #include <Ormelle/PoMesh2D.h>
 
 class PbCartesianGrid2D;
@@ -10,6 +12,7 @@ class PbPolarGrid2D;
 class PbQuadrangleMesh2D;
 class PbRegularCartesianGrid2D;
 class PbTriangleMesh2D;
+class PiContouringFilled;
 
 /// Paints the cells of a two-dimensional mesh, in one colour or by a set of values of its nodes.
 ///
@@ -47,6 +50,8 @@ class ORMELLE_API PoMeshFilled : public PoMesh2D {
 
   void rebuild() override;
 
+  std::size_t getMemorySize() const override;
+
   /// @name Called back by the mesh that is drawn
   /// @{
   void regularCartGridFilled(const PbRegularCartesianGrid2D* mesh);
@@ -69,7 +74,11 @@ class ORMELLE_API PoMeshFilled : public PoMesh2D {
  private:
   template <class Mesh>
   void fill(const Mesh& mesh);
+  template <class Mesh>
+  void fillBands(const Mesh& mesh, const float* values);
   void insertOverallNormal(const PbMesh2D& mesh);
+
+  std::unique_ptr<PiContouringFilled> m_contouring;  // made on first need
 };
 
 #endif

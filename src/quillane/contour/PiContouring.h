@@ -3,6 +3,7 @@
 
 #include <Inventor/SbVec3f.h>
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <vector>
@@ -33,7 +34,8 @@ class PiContouring {
 
   /// @name A mesh as the surface
   /// `z` holds a height for each node, or is null for a flat mesh. Nothing is copied: mesh and heights must stay as
-  /// they are until the surface has been cut.
+  /// they are until the surface has been cut. PbMesh2D::meshContouring() calls the one that a mesh needs, and does
+  /// nothing for mesh classes of an application.
   /// @{
   void setMesh(const PbCartesianGrid2D& mesh, const float* z);
   void setMesh(const PbParalCartesianGrid2D& mesh, const float* z);
@@ -71,6 +73,9 @@ class PiContouring {
   void addStripElems(int n, const int* indices);
   void addStripElems(const std::vector<int>& indices);
   /// @}
+
+  /// Bytes of the memory that is kept from call to call.
+  std::size_t memorySize() const;
 
  protected:
   PiContouring();

@@ -1,6 +1,8 @@
 #ifndef ORMELLE_PICONTOURINGFILLED_H
 #define ORMELLE_PICONTOURINGFILLED_H
 
+#include <span>
+
 #include "quillane/contour/PiContouring.h"
 
 class PbDataMapping;
@@ -27,14 +29,34 @@ class PiContouringFilled : public PiContouring {
   /// lie there: otherwise bands would rise like walls towards values that aren't shown. Not owned.
   void setDataMapping(const PbDataMapping* mapping) { m_mapping = mapping; }
 
-  /// Appends to `group` the binding, the points (those of the surface first) and a SoIndexedFaceSet of the bands, and
-  /// gives `material` a colour for each polygon, and a transparency where the mapping has one or has no colour.
-  /// `values` holds one for each point of the surface. `binding` becomes `PER_FACE`; null makes one. Does nothing
-  /// without values or a mapping.
+  /// @name Cutting
+  /// Cuts the surface by `values`, one for each of its points, all levels in one pass; null leaves no polygons. Takes
+  /// time in proportion to the cells and points, and once its memory is large enough allocates none. The results are
+  /// valid until the next call.
+  /// @{
+  void cut(const float* values);
+  /// The corners of each polygon in the order of its cell, and a -1: points of the surface, and from the number of
+  /// these on the cut points.
+  std::span<const int> coordIndex() const;
+  /// For each polygon the index in the list of the isovalue below it, -1 if it is the lowest band.
+  std::span<const int> lowerIsovalues() const;
+  std::span<const SbVec3f> cutPoints() const;
+  /// @}
+
+  /// Cuts the surface, appends to `group` the binding, the points and a SoIndexedFaceSet of the bands, and gives
+  /// `material` a colour for each polygon, and a transparency where the mapping has one or has no colour. `binding`
+  /// becomes `PER_FACE`; null makes one. Does nothing without values, a mapping, a group or a material.
+  ///
+  /// The polygons' memory goes to the shape, so that the next call makes it anew.
   void fillSurf(const float* values, SoGroup* group, SoMaterial* material, SoMaterialBinding* binding);
 
+  std::size_t memorySize() const;
+
  private:
+  struct Work;
+
   const PbDataMapping* m_mapping = nullptr;
+  std::unique_ptr<Work> m_work;
 };
 
 #endif

@@ -35,6 +35,8 @@ class PiContouringLines : public PiContouring {
   /// enough allocates none.
   std::span<const PiIsoline> extract(const float* values);
 
+  std::size_t memorySize() const;
+
  private:
   struct Chains;
   std::unique_ptr<Chains> m_chains;

@@ -28,6 +28,11 @@ class PiColorWriter {
     m_colors[entry] = *color;
     if (m_transparencies) m_transparencies[entry] = transparency;
   }
+  /// The same as an entry that has been written.
+  void setLike(int entry, int written) {
+    m_colors[entry] = m_colors[written];
+    if (m_transparencies) m_transparencies[entry] = m_transparencies[written];
+  }
   /// An entry that nothing drawn refers to.
   void setUnused(int entry) {
     m_colors[entry].setValue(0, 0, 0);

@@ -1,6 +1,7 @@
 #include <Ormelle/PoMeshFilled.h>
 
 #include <Inventor/nodes/SoMaterial.h>
+#include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoNormal.h>
 #include <Inventor/nodes/SoNormalBinding.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -12,20 +13,13 @@
 
 #include <cmath>
 
+#include "quillane/contour/PiContouringFilled.h"
 #include "quillane/emit/PiFilledBuilder.h"
 #include "quillane/rep/PiMeshInputs.h"
 #include "quillane/rep/PiMeshScratch.h"
 #include "quillane/view/PiIndexedView2D.h"
 
 PO_KIT_SOURCE(PoMeshFilled)
-
-namespace {
-
-/// The colouring that is drawn where `coloring` is asked for. Cells aren't cut into bands yet: the place of bands is
-/// taken by colours mapped node by node.
-int drawnColoring(int coloring) { return coloring == PoMesh::COLOR_CONTOURING ? PoMesh::COLOR_MAPPING : coloring; }
-
-}  // namespace
 
 PoMeshFilled::PoMeshFilled() {
   PO_KIT_CONSTRUCTOR(PoMeshFilled);
@@ -95,9 +89,27 @@ template <class Mesh>
 void PoMeshFilled::fill(const Mesh& mesh) {
   if (!nodes().group) return;
   const float* values = nodeValuesToColor(mesh);
-  m_currentColoring = drawnColoring(m_currentColoring);
+  if (m_currentColoring == COLOR_CONTOURING) {
+    fillBands(mesh, values);
+    return;
+  }
   PiFilledBuilder({m_currentColoring, values, m_currentDataMapping, &inputs().textureContouring}, nodes())
       .build(viewOf(mesh, heights(mesh)));
+}
+
+template <class Mesh>
+void PoMeshFilled::fillBands(const Mesh& mesh, const float* values) {
+  if (!m_contouring) m_contouring = std::make_unique<PiContouringFilled>();
+  nodes().material = new SoMaterial;
+  nodes().materialBinding = new SoMaterialBinding;
+  m_contouring->setMesh(mesh, heights(mesh));
+  m_contouring->setDataMapping(m_currentDataMapping);
+  m_contouring->setIsovaluesList(m_currentIsovaluesList);
+  m_contouring->fillSurf(values, nodes().group, nodes().material, nodes().materialBinding);
+}
+
+std::size_t PoMeshFilled::getMemorySize() const {
+  return inherited::getMemorySize() + (m_contouring ? m_contouring->memorySize() : 0);
 }
 
 void PoMeshFilled::regularCartGridFilled(const PbRegularCartesianGrid2D* mesh) { fill(*mesh); }
