@@ -1,10 +1,7 @@
 #ifndef ORMELLE_PIPIEEMITTER_H
 #define ORMELLE_PIPIEEMITTER_H
 
-#include <functional>
-
 #include <Inventor/SbColor.h>
-#include <Inventor/fields/SoMFColor.h>
 
 #include "graph/chart/PiPieGeometry.h"
 
@@ -17,9 +14,6 @@ class PiPieEmitter {
   static void addFaces(const PiPieGeometry::Faces& faces, bool hasNormals, SoGroup* group);
   static void addLines(const PiPieGeometry::Faces& lines, SoGroup* group);
   static void addColor(const SbColor& color, SoGroup* group);
-
-  /// That of slice `index`, in turn; `index` -1 is the group. Without colours, one of eight.
-  static SbColor color(const SoMFColor& colors, int index);
 };
 
 #endif

@@ -6,6 +6,7 @@
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoShapeHints.h>
 
+#include "graph/chart/PiChartColors.h"
 #include "graph/chart/PiPieEmitter.h"
 #include "graph/chart/PiPieState.h"
 
@@ -39,7 +40,7 @@ PiPieSliceParts::PiPieSliceParts(const PiPieState& pie, const SbVec2f& center, f
     auto* group = new SoGroup;
     m_slices->addChild(group);
     group->setName(pie.names[i].c_str());
-    PiPieEmitter::addColor(PiPieEmitter::color(colors, slice.index()), group);
+    PiPieEmitter::addColor(PiChartColors::of(colors, slice.index()), group);
     PiPieEmitter::addFaces(faces, isSolid, group);
   }
   PiPieEmitter::addLines(lines, m_borders);

@@ -308,10 +308,7 @@ void PoPieChart::computeStringsToDisplay() {
   std::vector<float> numbers;
   for (const PiPieSlices::Slice& shown : pie.slices.displayed()) numbers.push_back(static_cast<float>(shown.value));
   PiNumericFormat format;
-  if (pie.format)
-    format.setFormat(pie.format, 0, 0, 0, 0);
-  else
-    format.setFormat(nullptr, static_cast<int>(numbers.size()), numbers.data(), 1);
+  format.setFormat(pie.format, static_cast<int>(numbers.size()), numbers.data(), 1);
   // As on axes, a common power of ten stands behind each value.
   const std::string power =
       format.getTenPower() != 0 ? std::string("E").append(std::to_string(format.getTenPower())) : std::string();
