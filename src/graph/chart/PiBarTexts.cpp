@@ -6,6 +6,8 @@
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoTranslation.h>
 
+#include <Ormelle/PbMiscTextAttr.h>
+
 #include "graph/axis/PiAxisText.h"
 
 namespace {

@@ -12,7 +12,6 @@
 
 #include "graph/chart/PiBarTexts.h"
 #include "graph/chart/PiHistogramBars.h"
-#include "graph/format/PiNumericFormat.h"
 #include "graph/frame/PiDataInput.h"
 
 /// The data objects of a bar chart, and what its rebuild found. Lengths are those in front of the part `transform`.

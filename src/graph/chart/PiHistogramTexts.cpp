@@ -8,6 +8,7 @@
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 
+#include "graph/chart/PiChartFormat.h"
 #include "graph/chart/PiHistogramState.h"
 #include "nodes/attribute/PiEnumField.h"
 
@@ -17,20 +18,11 @@ constexpr float kLargestFont = 0.04f;  // of the reference length
 constexpr float kSmallestFont = 0.014f;
 constexpr float kLift = 0.002f;  // of texts over bars
 
-PiNumericFormat formatOf(const PiHistogramState& state) {
+PiChartFormat formatOf(const PiHistogramState& state) {
   std::vector<float> values;
   for (const PiHistogramBars::Bar& bar : state.bars.bars())
     if (bar.isDefined) values.push_back(static_cast<float>(bar.value));
-  PiNumericFormat format;
-  format.setFormat(state.format, static_cast<int>(values.size()), values.data(), 1);
-  return format;
-}
-
-std::string textOf(const PiNumericFormat& format, double value) {
-  char text[PiNumericFormat::TEXT_SIZE];
-  format.getString(static_cast<float>(value), text);
-  // As on axes, a power of ten that all have in common stands behind each.
-  return format.getTenPower() != 0 ? std::string(text) + "E" + std::to_string(format.getTenPower()) : std::string(text);
+  return PiChartFormat(state.format, values);
 }
 
 }  // namespace
@@ -85,13 +77,13 @@ float PiHistogramTexts::build(const PiHistogramTextFields& fields, float width) 
 }
 
 std::vector<std::string> PiHistogramTexts::valueTexts(const PiHistogramState& state, const std::string& added) {
-  const PiNumericFormat format = formatOf(state);
+  const PiChartFormat format = formatOf(state);
   std::vector<std::string> texts;
   for (const PiHistogramBars::Bar& bar : state.bars.bars())
-    texts.push_back(bar.isDefined ? textOf(format, bar.value) + added : std::string());
+    texts.push_back(bar.isDefined ? format.text(bar.value) + added : std::string());
   return texts;
 }
 
 std::string PiHistogramTexts::valueText(const PiHistogramState& state, double value) {
-  return textOf(formatOf(state), value);
+  return formatOf(state).text(value);
 }

@@ -232,7 +232,7 @@ void PoHistogram::colorBars(SoGroup* group) {
       continue;
     }
     float transparency = 0;
-    const float* rgb =
+    const SbColor* rgb =
         state().mapping->getRGBColor(static_cast<float>(bars[static_cast<std::size_t>(i)].value), transparency);
     colors[i] = rgb ? *rgb : SbColor(0, 0, 0);
     if (isTransparent) transparencies[i] = transparency;

@@ -17,8 +17,8 @@
 #include <Ormelle/PoMiscTextAttrElement.h>
 #include <Ormelle/PoNumericDisplayFormatElement.h>
 
+#include "graph/chart/PiChartFormat.h"
 #include "graph/chart/PiPieState.h"
-#include "graph/format/PiNumericFormat.h"
 
 PO_KIT_ABSTRACT_SOURCE(PoPieChart)
 
@@ -307,20 +307,14 @@ void PoPieChart::computeStringsToDisplay() {
   PiPieState& pie = state();
   std::vector<float> numbers;
   for (const PiPieSlices::Slice& shown : pie.slices.displayed()) numbers.push_back(static_cast<float>(shown.value));
-  PiNumericFormat format;
-  format.setFormat(pie.format, static_cast<int>(numbers.size()), numbers.data(), 1);
-  // As on axes, a common power of ten stands behind each value.
-  const std::string power =
-      format.getTenPower() != 0 ? std::string("E").append(std::to_string(format.getTenPower())) : std::string();
-  const bool hasOwnDecimals = pie.formatInput.given() && format.isFloatingPointFormat();
-  pie.percents = pie.slices.percentTexts(hasOwnDecimals ? format.getNumDecimal() : 0);
+  const PiChartFormat format(pie.format, numbers);
+  const bool hasOwnDecimals = pie.formatInput.given() && format.format().isFloatingPointFormat();
+  pie.percents = pie.slices.percentTexts(hasOwnDecimals ? format.format().getNumDecimal() : 0);
   pie.texts.clear();
   pie.values.clear();
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     const PiPieSlices::Slice& shown = pie.slices.displayed()[i];
-    char text[PiNumericFormat::TEXT_SIZE];
-    format.getString(numbers[i], text);
-    pie.values.push_back(text + power);
+    pie.values.push_back(format.text(numbers[i]));
     if (shown.isGroup())
       pie.texts.emplace_back(sliceGroupString.getValue().getString());
     else

@@ -4,14 +4,11 @@
 #include <Ormelle/PoChart.h>
 #include <Ormelle/PoCurve.h>
 #include <Ormelle/PoCurve3.h>
-<<<<<<< HEAD
 #include <Ormelle/PoGenAxis.h>
+#include <Ormelle/PoHistogram.h>
 #include <Ormelle/PoLinearAxis.h>
 #include <Ormelle/PoLogAxis.h>
-=======
-#include <Ormelle/PoHistogram.h>
 #include <Ormelle/PoMultipleHistogram.h>
->>>>>>> fdacf7f (Add bar charts: single and multiple histograms)
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
@@ -27,18 +24,15 @@ namespace {
 
 // clang-format off
 constexpr PiClassEntry kClasses[] = {
-<<<<<<< HEAD
-    PI_CLASS(PoTavernel),   PI_CLASS(PoCurve),         PI_CLASS(PoCurve3),     PI_CLASS(PoBaseAxis),
-    PI_CLASS(PoAxis),       PI_CLASS(PoCartesianAxis), PI_CLASS(PoLinearAxis), PI_CLASS(PoGenAxis),
-    PI_CLASS(PoLogAxis),    PI_CLASS(PoTimeAxis),      PI_CLASS(PoPieChart),   PI_CLASS(PoPieChart2D),
-    PI_CLASS(PoPieChart3D), PI_CLASS(PoChart),
-=======
     PI_CLASS(PoTavernel),
     PI_CLASS(PoCurve),
     PI_CLASS(PoCurve3),
     PI_CLASS(PoBaseAxis),
     PI_CLASS(PoAxis),
     PI_CLASS(PoCartesianAxis),
+    PI_CLASS(PoLinearAxis),
+    PI_CLASS(PoGenAxis),
+    PI_CLASS(PoLogAxis),
     PI_CLASS(PoTimeAxis),
     PI_CLASS(PoHistogram),
     PI_CLASS(PoSingleHistogram),
@@ -47,7 +41,6 @@ constexpr PiClassEntry kClasses[] = {
     PI_CLASS(PoPieChart2D),
     PI_CLASS(PoPieChart3D),
     PI_CLASS(PoChart),
->>>>>>> fdacf7f (Add bar charts: single and multiple histograms)
 };
 // clang-format on
 
