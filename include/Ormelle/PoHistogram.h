@@ -122,6 +122,8 @@ class ORMELLE_API PoHistogram : public PoTavernel {
   /// Adds the colours of the bars in front of them.
   virtual void colorBars(SoGroup* group);
 
+  /// Whether the axis has finite ends that differ; else there is nothing to draw.
+  bool hasPlace() const;
   /// Empties the parts.
   virtual void resetParts();
   /// Which entry of the list of colours a bar has, before the list is used in turn.

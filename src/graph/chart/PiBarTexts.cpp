@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <memory>
+#include <utility>
 
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoTranslation.h>
@@ -87,6 +90,7 @@ SoGroup* PiBarTexts::build(const std::vector<Text>& texts, const Style& style, f
     group->addChild(lift);
     lift->translation.setValue(0, 0, height);
   }
+  std::map<std::pair<int, int>, std::unique_ptr<PiAxisText>> writers;
   for (const Text& text : texts) {
     if (text.text.empty()) continue;
     const SbVec2f corners[4] = {text.corners[0], SbVec2f(text.corners[1][0], text.corners[0][1]), text.corners[1],
@@ -95,7 +99,9 @@ SoGroup* PiBarTexts::build(const std::vector<Text>& texts, const Style& style, f
     PoHistogram::computeTextPos(corners, text.position, kGap * fontSize, place);
     PiTextAlignment alignment;
     PoHistogram::computeTextAlignPath(text.position, path, alignment.horizontal, alignment.vertical);
-    PiAxisText writer(fontName, m_attributes, path, alignment);
+    std::unique_ptr<PiAxisText>& ofAlignment = writers[{alignment.horizontal, alignment.vertical}];
+    if (!ofAlignment) ofAlignment = std::make_unique<PiAxisText>(fontName, m_attributes, path, alignment);
+    PiAxisText& writer = *ofAlignment;
     const PiTextRun run(text.text.c_str());
     const PiTextBox box = writer.measure(run);
     const SbVec2f min = place + SbVec2f(box.xmin, box.ymin) * fontSize;

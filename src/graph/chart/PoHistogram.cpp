@@ -206,6 +206,11 @@ void PoHistogram::setDefaultAttr() {
   setPart("transform", scale);
 }
 
+bool PoHistogram::hasPlace() const {
+  const PiHistogramBars::Axis& axis = state().axis;
+  return std::isfinite(axis.start) && std::isfinite(axis.end) && std::isfinite(axis.base) && axis.start != axis.end;
+}
+
 void PoHistogram::resetParts() {
   for (const char* part : {"bar", "valueText", "nameText"}) setPart(part, nullptr);
 }

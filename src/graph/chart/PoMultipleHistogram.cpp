@@ -127,7 +127,7 @@ void PoMultipleHistogram::rebuild() {
       static_cast<PiHistogramBars::Representation>(PiEnumField::get(representation, PERCENTAGE, JUXTAPOSED));
   table.percentageHeight = std::isfinite(barHeight.getValue()) ? barHeight.getValue() : 1;
   state().bars.compute(table, state().axis);
-  if (state().bars.bars().empty()) {
+  if (!hasPlace() || state().bars.bars().empty()) {
     resetParts();
   } else {
     buildBars();

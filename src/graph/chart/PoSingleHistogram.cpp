@@ -26,7 +26,7 @@ void PoSingleHistogram::rebuild() {
   table.numValues = value.getNum();
   table.isGroupedByRow = false;
   now.bars.compute(table, now.axis);
-  if (now.bars.bars().empty()) {
+  if (!hasPlace() || now.bars.bars().empty()) {
     resetParts();
     postRebuild();
     return;
