@@ -32,7 +32,7 @@ class ORMELLE_API PbCartesianGrid3D : public PbGrid3D {
 
   void print(FILE* file) const override;
 
-  void meshSkin(PoMeshSkin* rep) const override;
+  void grid3DSkin(PoMeshSkin* rep) const override;
   void meshLevelSurfShapeIndices(PoMesh3D* rep, int set_index, const float* values) const override;
   void meshCrossSection(PoMeshCrossSection* rep) const override;
   void meshCrossContour(PoMeshCrossContour* rep) const override;

@@ -53,6 +53,8 @@ class ORMELLE_API PbGrid3D : public PbMesh3D {
   int evaluateSkinFacesNum() const override;
 
   virtual SbVec3f getNodeCoord(int i, int j, int k) const = 0;
+  /// Calls grid3DSkin(), or where the representation has a cell filter PoMeshSkin::grid3DSkinFilter().
+  void meshSkin(PoMeshSkin* rep) const override;
   /// The part of meshSkin() for an unfiltered grid. Does nothing here.
   virtual void grid3DSkin(PoMeshSkin* rep) const;
 

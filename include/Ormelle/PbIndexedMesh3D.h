@@ -61,6 +61,8 @@ class ORMELLE_API PbIndexedMesh3D : public PbMesh3D {
   void print(FILE* file) const override;
 
   void meshSkin(PoMeshSkin* rep) const override;
+  /// meshSkin() with another filter than that of the traversal state; null accepts all cells.
+  void meshSkinFilter(PoMeshSkin* rep, const PoCellFilter* filter) const;
   void meshLevelSurfShapeIndices(PoMesh3D* rep, int set_index, const float* values) const override;
   void meshCrossSection(PoMeshCrossSection* rep) const override;
   void meshCrossContour(PoMeshCrossContour* rep) const override;

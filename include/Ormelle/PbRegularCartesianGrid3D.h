@@ -43,7 +43,7 @@ class ORMELLE_API PbRegularCartesianGrid3D : public PbGrid3D {
   int isCrossSectionOptimal() const override;
   void print(FILE* file) const override;
 
-  void meshSkin(PoMeshSkin* rep) const override;
+  void grid3DSkin(PoMeshSkin* rep) const override;
   void meshLevelSurfShapeIndices(PoMesh3D* rep, int set_index, const float* values) const override;
   void meshCrossSection(PoMeshCrossSection* rep) const override;
   void meshCrossContour(PoMeshCrossContour* rep) const override;

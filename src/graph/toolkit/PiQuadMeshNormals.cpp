@@ -61,7 +61,12 @@ SoVertexProperty* PiQuadMeshNormals::ofSurface(const SbVec3f* points, int numRow
 
   property->normalBinding = SoVertexProperty::PER_VERTEX;
   property->normal.setNum(numRows * numColumns);
-  SbVec3f* normal = property->normal.startEditing();
+  fill(points, numRows, numColumns, property->normal.startEditing());
+  property->normal.finishEditing();
+  return property;
+}
+
+void PiQuadMeshNormals::fill(const SbVec3f* points, int numRows, int numColumns, SbVec3f* normals) {
   for (int row = 0; row < numRows; ++row) {
     const SbVec3f* here = points + static_cast<std::ptrdiff_t>(row) * numColumns;
     const SbVec3f* above = row > 0 ? here - numColumns : here;
@@ -69,9 +74,7 @@ SoVertexProperty* PiQuadMeshNormals::ofSurface(const SbVec3f* points, int numRow
     for (int column = 0; column < numColumns; ++column) {
       const int left = std::max(column - 1, 0);
       const int right = std::min(column + 1, numColumns - 1);
-      *normal++ = unitCross(here[right] - here[left], below[column] - above[column]);
+      *normals++ = unitCross(here[right] - here[left], below[column] - above[column]);
     }
   }
-  property->normal.finishEditing();
-  return property;
 }

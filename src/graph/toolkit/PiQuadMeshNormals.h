@@ -15,6 +15,9 @@ class PiQuadMeshNormals {
   /// One normal for each point, that of the surface as smooth as it can be; a single one for a plane parallel to z = 0
   /// whose faces all run the same way round.
   static SoVertexProperty* ofSurface(const SbVec3f* points, int numRows, int numColumns, bool isFlat);
+  /// Writes the normal at each point: that of the surface as smooth as it can be, on the side from which the faces run
+  /// clockwise.
+  static void fill(const SbVec3f* points, int numRows, int numColumns, SbVec3f* normals);
 };
 
 #endif

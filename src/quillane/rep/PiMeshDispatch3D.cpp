@@ -9,6 +9,7 @@
 #include <Ormelle/PbParalCartesianGrid3D.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
 #include <Ormelle/PoMesh3D.h>
+#include <Ormelle/PoMeshSkin.h>
 
 #include "quillane/marching/PiLevelSurfPart.h"
 
@@ -65,13 +66,24 @@ int PbCell::addLevelSurfPart(PoMesh3D* mesh3d, const std::vector<bool>& flags, i
   return 1;
 }
 
-// --- skin, sections, skeleton ---------------------------------------------------------------------------------------
-// Those kits aren't there yet.
+// --- skin ------------------------------------------------------------------------------------------------------------
 
-void PbRegularCartesianGrid3D::meshSkin(PoMeshSkin*) const {}
-void PbParalCartesianGrid3D::meshSkin(PoMeshSkin*) const {}
-void PbCartesianGrid3D::meshSkin(PoMeshSkin*) const {}
-void PbIndexedMesh3D::meshSkin(PoMeshSkin*) const {}
+void PbGrid3D::meshSkin(PoMeshSkin* rep) const {
+  if (const PoCellFilter* filter = rep->getCellFilter())
+    rep->grid3DSkinFilter(this, filter);
+  else
+    grid3DSkin(rep);
+}
+void PbRegularCartesianGrid3D::grid3DSkin(PoMeshSkin* rep) const { rep->regularGrid3DSkin(this); }
+void PbParalCartesianGrid3D::grid3DSkin(PoMeshSkin* rep) const { rep->paralCartGrid3DSkin(this); }
+void PbCartesianGrid3D::grid3DSkin(PoMeshSkin* rep) const { rep->cartGrid3DSkin(this); }
+void PbIndexedMesh3D::meshSkin(PoMeshSkin* rep) const { rep->indexedMeshSkin(this); }
+void PbIndexedMesh3D::meshSkinFilter(PoMeshSkin* rep, const PoCellFilter* filter) const {
+  rep->indexedMeshSkinFilter(this, filter);
+}
+
+// --- sections, skeleton ---------------------------------------------------------------------------------------
+// Those kits aren't there yet.
 
 void PbRegularCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
 void PbParalCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}

@@ -10,6 +10,7 @@
 #include <Ormelle/PoMeshLimit.h>
 #include <Ormelle/PoMeshLines.h>
 #include <Ormelle/PoMeshSides.h>
+#include <Ormelle/PoMeshSkin.h>
 
 #include "graph/frame/PiClassTable.h"
 #include "quillane/rep/PiMeshScratch.h"
@@ -21,7 +22,7 @@ namespace {
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
 constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D), PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
                                       PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit)};
-constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D), PI_CLASS(PoMeshLevelSurf)};
+constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D), PI_CLASS(PoMeshSkin), PI_CLASS(PoMeshLevelSurf)};
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
                                    PI_TABLES(PbWedgeCell)};
 
