@@ -1,10 +1,20 @@
 // Rebuilds of the kits that draw curves.
 
+#include <Inventor/SbViewportRegion.h>
+#include <Inventor/actions/SoGetBoundingBoxAction.h>
+#include <Inventor/nodes/SoSeparator.h>
 #include <Ormelle/PoCurve.h>
 #include <Ormelle/PoCurve3.h>
+#include <Ormelle/PoCurveFilling.h>
+#include <Ormelle/PoCurveLine.h>
+#include <Ormelle/PoLinearDataMapping.h>
+#include <Ormelle/PoRegularMesh1D.h>
+#include <Ormelle/PoRibbon.h>
+#include <Ormelle/PoTube.h>
 #include <benchmark/benchmark.h>
 
 #include <cmath>
+#include <ctime>
 #include <vector>
 
 namespace {
@@ -73,6 +83,90 @@ void BM_Curve3(benchmark::State& state) {
 BENCHMARK(BM_Curve3)
     ->ArgName("rep")
     ->DenseRange(PoCurve::CURVE_POLYLINE, PoCurve::CURVE_STAIRS_2Y, 1)
+    ->Unit(benchmark::kMillisecond);
+
+/// Rebuilds of a chart on a mesh of as many nodes as make a million points of its shape. What is counted is the
+/// time of the processor within the rebuild, not the traversal that causes it.
+template <class Kit>
+class ChartScene {
+ public:
+  explicit ChartScene(int numNodes, int binding) {
+    PoBase::init();
+    m_scene = new SoSeparator;
+    m_scene->ref();
+    auto* mesh = new PoRegularMesh1D;
+    mesh->setGeometry(numNodes, 0, 1);
+    std::vector<float> values(static_cast<std::size_t>(numNodes));
+    for (std::size_t n = 0; n < values.size(); ++n)
+      values[n] = std::sin(314 * static_cast<float>(n) / static_cast<float>(values.size()));
+    mesh->addValuesSet(0, values.data(), "wave");
+    m_scene->addChild(mesh);
+    m_scene->addChild(new PoLinearDataMapping);
+    m_kit = new Kit;
+    m_kit->colorBinding = binding;
+    m_scene->addChild(m_kit);
+    m_kit->addPreRebuildCallback(&ChartScene::start, this);
+    m_kit->addPostRebuildCallback(&ChartScene::stop, this);
+  }
+  ~ChartScene() { m_scene->unref(); }
+  ChartScene(const ChartScene&) = delete;
+  ChartScene& operator=(const ChartScene&) = delete;
+
+  void run(benchmark::State& state) {
+    SoGetBoundingBoxAction action(SbViewportRegion(100, 100));
+    for (auto _ : state) {
+      m_kit->touchKit();
+      action.apply(m_scene);
+      state.SetIterationTime(m_seconds);
+    }
+  }
+  Kit* kit() { return m_kit; }
+
+ private:
+  static double now() {
+    timespec time;
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+  }
+  static void start(void* scene, PoBase*) { static_cast<ChartScene*>(scene)->m_start = now(); }
+  static void stop(void* scene, PoBase*) {
+    static_cast<ChartScene*>(scene)->m_seconds = now() - static_cast<ChartScene*>(scene)->m_start;
+  }
+
+  SoSeparator* m_scene;
+  Kit* m_kit;
+  double m_start = 0, m_seconds = 0;
+};
+
+void BM_CurveLine(benchmark::State& state) {
+  ChartScene<PoCurveLine> scene(state.range(1) ? kNumDrawn / 2 : kNumDrawn, static_cast<int>(state.range(0)));
+  if (state.range(1)) scene.kit()->thicknessIndex = 0;
+  scene.run(state);
+}
+BENCHMARK(BM_CurveLine)
+    ->ArgNames({"binding", "thick"})
+    ->ArgsProduct({{PoChart::INHERITED, PoChart::PER_VERTEX, PoChart::PER_PART}, {0, 1}})
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+
+template <class Kit, int numCorners>
+void BM_SweptCurve(benchmark::State& state) {
+  ChartScene<Kit>(kNumDrawn / numCorners, static_cast<int>(state.range(0))).run(state);
+}
+BENCHMARK(BM_SweptCurve<PoCurveFilling, 2>)
+    ->ArgName("binding")
+    ->DenseRange(0, 2, 1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SweptCurve<PoRibbon, 2>)
+    ->ArgName("binding")
+    ->DenseRange(0, 2, 1)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SweptCurve<PoTube, 12>)
+    ->ArgName("binding")
+    ->DenseRange(0, 2, 1)
+    ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -1,11 +1,16 @@
 #ifndef ORMELLE_POCHART_H
 #define ORMELLE_POCHART_H
 
+#include <memory>
+
+#include <Inventor/SbVec3f.h>
 #include <Inventor/fields/SoSFEnum.h>
 #include <Inventor/fields/SoSFInt32.h>
 #include <Inventor/fields/SoSFNode.h>
 
 #include <Ormelle/PoTavernel.h>
+
+class PbMesh1D;
 
 /// Root of the kits that draw a one-dimensional mesh: it says which sets of values give y and colours, and how the
 /// colours are applied.
@@ -44,12 +49,28 @@ class ORMELLE_API PoChart : public PoTavernel {
   ColorSource getColorSource() const;
   /// @}
 
+  void basicObjectChange(PbBase* object) override;
+
  protected:
   PoChart();
   ~PoChart() override;
 
   void preRebuild() override;
   void addElementsAllCaches() override;
+
+  /// Whether a rebuild must wait: mesh and hints are only there in a traversal. The next one then rebuilds. Asked first
+  /// in rebuild().
+  int isPostponed();
+  /// The mesh on the state, settled by preRebuild(); null if there is none. The chart is connected to it and to the
+  /// data mapping there, so that changes of these objects themselves are seen.
+  const PbMesh1D* currentMesh() const;
+  /// How much longer lengths along x, y and z are in the picture than in the coordinates of the mesh.
+  SbVec3f stretch() const;
+
+ private:
+  struct Inputs;
+
+  std::unique_ptr<Inputs> m_chartInputs;
 };
 
 #endif

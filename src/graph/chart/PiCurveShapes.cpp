@@ -101,8 +101,6 @@ SoGroup* PiCurveShapes::makeFilling(const PiCurveFill& fill) {
 
 SoGroup* PiCurveShapes::makeMarkers(std::span<const SbVec2f> places, const Marker& marker) {
   if (places.empty()) return nullptr;
-  for (int axis = 0; axis < 3; ++axis)
-    if (!(std::fabs(marker.stretch[axis]) > 0)) return nullptr;
   const PiNodeRef<SoSeparator> text(new SoSeparator);
   auto* scale = new SoScale;
   text->addChild(scale);

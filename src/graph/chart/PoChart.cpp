@@ -2,16 +2,28 @@
 
 #include <Inventor/caches/SoCache.h>
 #include <Inventor/misc/SoState.h>
+#include <Ormelle/PbDataMapping.h>
+#include <Ormelle/PbMesh1D.h>
 #include <Ormelle/PoDataMappingElement.h>
 #include <Ormelle/PoMesh1DFilterElement.h>
 #include <Ormelle/PoMesh1DHintsElement.h>
 #include <Ormelle/PoMeshElement.h>
 
+#include "graph/chart/PiDomainStretch.h"
+#include "graph/frame/PiConnectedSlot.h"
 #include "nodes/attribute/PiEnumField.h"
 
 PO_KIT_ABSTRACT_SOURCE(PoChart)
 
-PoChart::PoChart() {
+struct PoChart::Inputs {
+  explicit Inputs(const PoBase* kit) : slots(kit) {}
+
+  PiConnectedSlots slots;
+  PiConnectedSlot<PbMesh1D> mesh{slots};
+  PiConnectedSlot<PbDataMapping> mapping{slots};
+};
+
+PoChart::PoChart() : m_chartInputs(std::make_unique<Inputs>(this)) {
   PO_KIT_CONSTRUCTOR(PoChart);
   PO_KIT_DEFINE_ENUM_VALUE(ColorBinding, INHERITED);
   PO_KIT_DEFINE_ENUM_VALUE(ColorBinding, PER_PART);
@@ -43,10 +55,33 @@ PoChart::ColorSource PoChart::getColorSource() const {
 
 void PoChart::preRebuild() {
   inherited::preRebuild();
+  if (isStateValid()) {
+    m_chartInputs->mesh.set(PoMeshElement::getMesh1D(getState()));
+    m_chartInputs->mapping.set(const_cast<PbDataMapping*>(PoDataMappingElement::get(getState())));
+  }
   if (!isStateValid() || isCacheValid() || !getAllCache()) return;
   for (const int index : {PoMeshElement::getClassStackIndex(), PoDataMappingElement::getClassStackIndex(),
                           PoMesh1DFilterElement::getClassStackIndex(), PoMesh1DHintsElement::getClassStackIndex()})
     if (getState()->isElementEnabled(index)) getAllCache()->addElement(getState()->getConstElement(index));
+}
+
+int PoChart::isPostponed() {
+  if (isStateValid()) return 0;
+  if (getAllCache()) getAllCache()->invalidate();
+  return 1;
+}
+
+const PbMesh1D* PoChart::currentMesh() const { return m_chartInputs->mesh.get(); }
+
+SbVec3f PoChart::stretch() const { return PiDomainStretch::of(*getDomain(), isDomainTransformEnabled() != 0); }
+
+void PoChart::basicObjectChange(PbBase* object) {
+  inherited::basicObjectChange(object);
+  PiConnectedSlots& slots = m_chartInputs->slots;
+  if (!slots.holds(object)) return;
+  if (object->getChangeType() == PbBase::OBJECT_DELETED) slots.forget(object);
+  PbBase* held = object;
+  manageBasicObjectChange(object, &held);
 }
 
 void PoChart::addElementsAllCaches() {

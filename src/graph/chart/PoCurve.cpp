@@ -1,13 +1,11 @@
 #include <Ormelle/PoCurve.h>
 
-#include <Inventor/SbMatrix.h>
 #include <Inventor/caches/SoCache.h>
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoSeparator.h>
-#include <Ormelle/PbDomain.h>
 #include <Ormelle/PbMiscTextAttr.h>
 #include <Ormelle/PoMesh1DHints.h>
 #include <Ormelle/PoMiscTextAttrElement.h>
@@ -20,6 +18,7 @@
 #include "graph/chart/PiCurveFill.h"
 #include "graph/chart/PiCurvePath.h"
 #include "graph/chart/PiCurveShapes.h"
+#include "graph/chart/PiDomainStretch.h"
 #include "graph/chart/PiFiniteRuns.h"
 #include "graph/chart/PiPointFilter.h"
 #include "nodes/attribute/PiEnumField.h"
@@ -199,10 +198,7 @@ void PoCurve::drawMarkers(int n, const SbVec2f* points) {
     setPart("marker", nullptr);
     return;
   }
-  SbVec3f stretch(1, 1, 1);
-  const SbMatrix matrix = getDomain()->getMatrix();
-  if (isDomainTransformEnabled())
-    for (int axis = 0; axis < 3; ++axis) stretch[axis] = matrix[axis][axis];
+  const SbVec3f stretch = PiDomainStretch::of(*getDomain(), isDomainTransformEnabled() != 0);
   PiCurveShapes::Marker look{markerString.getValue(), {}, 0, stretch};
   const auto* font = static_cast<const SoFont*>(getPart("markerApp.font", FALSE));
   if (font) {

@@ -4,6 +4,8 @@
 #include <Ormelle/PoChart.h>
 #include <Ormelle/PoCurve.h>
 #include <Ormelle/PoCurve3.h>
+#include <Ormelle/PoCurveFilling.h>
+#include <Ormelle/PoCurveLine.h>
 #include <Ormelle/PoGenAxis.h>
 #include <Ormelle/PoHistogram.h>
 #include <Ormelle/PoLinearAxis.h>
@@ -12,9 +14,11 @@
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
+#include <Ormelle/PoRibbon.h>
 #include <Ormelle/PoSingleHistogram.h>
 #include <Ormelle/PoTavernel.h>
 #include <Ormelle/PoTimeAxis.h>
+#include <Ormelle/PoTube.h>
 
 #include "graph/frame/PiClassTable.h"
 
@@ -41,6 +45,10 @@ constexpr PiClassEntry kClasses[] = {
     PI_CLASS(PoPieChart2D),
     PI_CLASS(PoPieChart3D),
     PI_CLASS(PoChart),
+    PI_CLASS(PoCurveLine),
+    PI_CLASS(PoRibbon),
+    PI_CLASS(PoTube),
+    PI_CLASS(PoCurveFilling),
 };
 // clang-format on
 
