@@ -5,6 +5,7 @@
 #include <Ormelle/PbTetrahedronCell.h>
 #include <Ormelle/PbWedgeCell.h>
 #include <Ormelle/PoMesh3D.h>
+#include <Ormelle/PoMeshContouring.h>
 #include <Ormelle/PoMeshFilled.h>
 #include <Ormelle/PoMeshLevelSurf.h>
 #include <Ormelle/PoMeshLimit.h>
@@ -20,8 +21,8 @@ PO_KIT_ABSTRACT_SOURCE(PoQuillane)
 namespace {
 
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
-constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D), PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
-                                      PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit)};
+constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D),    PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
+                                      PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit), PI_CLASS(PoMeshContouring)};
 constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D), PI_CLASS(PoMeshSkin), PI_CLASS(PoMeshLevelSurf)};
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
                                    PI_TABLES(PbWedgeCell)};
