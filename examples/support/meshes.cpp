@@ -11,6 +11,7 @@
 #include <Ormelle/PoTetrahedronMesh3D.h>
 #include <Ormelle/PoTriangleMesh2D.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -65,6 +66,27 @@ struct Terrain {
     heights = lastIndexFastest(data.floats("elevation"), numX, numY);
   }
 
+  // Twice a weighted mean of 5 x 5 nodes, which takes away what is below some 130 m: lines of a survey by radar are
+  // rough.
+  void smooth() {
+    constexpr float weights[] = {1, 4, 6, 4, 1};
+    for (int pass = 0; pass < 2; ++pass) {
+      for (const auto& [stepX, stepY] : {std::pair(1, 0), std::pair(0, 1)}) {
+        const std::vector<float> before = heights;
+        for (int i = 0; i < numX; ++i) {
+          for (int j = 0; j < numY; ++j) {
+            float sum = 0;
+            for (int k = -2; k <= 2; ++k) {
+              const int x = std::clamp(i + k * stepX, 0, numX - 1), y = std::clamp(j + k * stepY, 0, numY - 1);
+              sum += weights[k + 2] * before[static_cast<std::size_t>(x * numY + y)];
+            }
+            heights[static_cast<std::size_t>(i * numY + j)] = sum / 16;
+          }
+        }
+      }
+    }
+  }
+
   // The nodes from (firstX, firstY), of which only every `step`th is taken. Set 0 is the height in metres; set 1 is
   // what to raise the mesh by, in kilometres like the sides and four times too large.
   PoRegularCartesianGrid2D* window(int firstX, int firstY, int countX, int countY, int step = 1) const {
@@ -87,10 +109,12 @@ struct Terrain {
 };
 
 void writeTerrain() {
-  const Terrain terrain;
+  Terrain terrain;
   write("terrain", terrain.window(0, 0, terrain.numX, terrain.numY));
   write("terrain_coarse", terrain.window(0, 0, (terrain.numX - 1) / 8 + 1, (terrain.numY - 1) / 8 + 1, 8));
   write("terrain_window", terrain.window(60, 60, 120, 120));
+  terrain.smooth();
+  write("terrain_smooth", terrain.window(0, 0, terrain.numX, terrain.numY));
 }
 
 // ---- The atmosphere of a January ------------------------------------------------------------------------------------
