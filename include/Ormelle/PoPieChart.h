@@ -175,6 +175,8 @@ class ORMELLE_API PoPieChart : public PoTavernel {
   virtual float annotationHeight() const { return 0; }
   /// Builds the parts `slice` and `sliceBorder` of the displayed slices.
   virtual void drawSlices() = 0;
+  /// The same between two heights; flat ones stand at the first.
+  void buildSlices(bool isSolid, float zMin, float zMax);
 
   PiPieState& state() { return *m_pieState; }
 

@@ -67,13 +67,15 @@ SbVec2f PiPieAnnotations::measure(std::size_t index) {
 }
 
 void PiPieAnnotations::build(const std::vector<PiPieLayout::Place>& places, Alignment alignment, float height,
-                             float arrowWidth) {
+                             float arrowWidth, const std::vector<SbColor>* colors) {
   m_boxes = new SoAnnotation;
   m_borders = new SoAnnotation;
+  m_leaders = new SoGroup;
   for (int kind = 0; kind < MAX_LINES; ++kind) m_lines[kind] = m_kinds[kind].isVisible ? new SoAnnotation : nullptr;
 
   PiPieGeometry::Faces boxes;
   PiPieGeometry::Faces borders;
+  PiPieGeometry::Faces leaders;
   PiPieGeometry::Faces arrows;
   for (std::size_t i = 0; i < places.size(); ++i) {
     const PiPieLayout::Place& place = places[i];
@@ -94,8 +96,8 @@ void PiPieAnnotations::build(const std::vector<PiPieLayout::Place>& places, Alig
     borders.points.push_back(corners[0]);
     borders.sizes.push_back(5);
     if (place.line.size() >= 2) {
-      for (const SbVec2f& point : place.line) borders.points.emplace_back(point[0], point[1], height);
-      borders.sizes.push_back(static_cast<int>(place.line.size()));
+      for (const SbVec2f& point : place.line) leaders.points.emplace_back(point[0], point[1], height);
+      leaders.sizes.push_back(static_cast<int>(place.line.size()));
       if (arrowWidth > 0) addArrow(place.line, arrowWidth, height, arrows);
     }
 
@@ -115,6 +117,7 @@ void PiPieAnnotations::build(const std::vector<PiPieLayout::Place>& places, Alig
       // The font stands before the group.
       m_text.setFont("", m_kinds[kind].fontSize);
       m_text.setPosition(at(x, top - lineHeight(kind) / 2));
+      if (colors) PiPieEmitter::addColor((*colors)[i], m_lines[kind]);
       m_text.setGroup(m_lines[kind]);
       m_text.build(text(kind, i));
       top -= lineHeight(kind);
@@ -122,5 +125,6 @@ void PiPieAnnotations::build(const std::vector<PiPieLayout::Place>& places, Alig
   }
   PiPieEmitter::addFaces(boxes, false, m_boxes);
   PiPieEmitter::addLines(borders, m_borders);
-  PiPieEmitter::addFaces(arrows, false, m_borders);
+  PiPieEmitter::addLines(leaders, m_leaders);
+  PiPieEmitter::addFaces(arrows, false, m_leaders);
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <Inventor/SbColor.h>
 #include <Inventor/SbString.h>
 #include <Inventor/SbVec2f.h>
 
@@ -34,12 +35,14 @@ class PiPieAnnotations {
   /// The size of the box of annotation `index`; 0 and 0 if it has no text.
   SbVec2f measure(std::size_t index);
 
-  /// Boxes as filled polygons, their borders with leaders and arrows, and the lines by kind, each in its group; all at
-  /// a height. An arrow width of 0 makes no arrows.
-  void build(const std::vector<PiPieLayout::Place>& places, Alignment alignment, float height, float arrowWidth);
+  /// Boxes as filled polygons, their borders, leaders with their arrows, and the lines by kind, each in its group; all
+  /// at a height. An arrow width of 0 makes no arrows. With colours, one an annotation, its lines have them.
+  void build(const std::vector<PiPieLayout::Place>& places, Alignment alignment, float height, float arrowWidth,
+             const std::vector<SbColor>* colors = nullptr);
 
   SoGroup* boxes() const { return m_boxes; }
   SoGroup* borders() const { return m_borders; }
+  SoGroup* leaders() const { return m_leaders; }
   /// Null for a kind that isn't visible.
   SoGroup* lines(int kind) const { return m_lines[kind]; }
 
@@ -52,6 +55,7 @@ class PiPieAnnotations {
   PiText m_text;
   SoGroup* m_boxes = nullptr;
   SoGroup* m_borders = nullptr;
+  SoGroup* m_leaders = nullptr;
   SoGroup* m_lines[MAX_LINES] = {nullptr, nullptr, nullptr};
 };
 

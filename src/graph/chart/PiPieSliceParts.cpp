@@ -6,42 +6,43 @@
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoShapeHints.h>
 
-#include "graph/chart/PiChartColors.h"
 #include "graph/chart/PiPieEmitter.h"
-#include "graph/chart/PiPieState.h"
 
-PiPieSliceParts::PiPieSliceParts(const PiPieState& pie, const SbVec2f& center, float radius, float angleStep,
-                                 const SoMFColor& colors, bool isSolid, const Add& addFaces, const Add& addLines)
-    : m_slices(new SoGroup), m_borders(new SoGroup) {
+PiPieSliceParts::PiPieSliceParts(const Input& input) : m_slices(new SoGroup), m_borders(new SoGroup) {
   // The borders lie in the planes of the faces.
   m_slices->addChild(new SoPolygonOffset);
   auto* hints = new SoShapeHints;
   m_slices->addChild(hints);
   hints->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;
-  hints->shapeType = isSolid ? SoShapeHints::SOLID : SoShapeHints::UNKNOWN_SHAPE_TYPE;
-  hints->faceType = isSolid ? SoShapeHints::CONVEX : SoShapeHints::UNKNOWN_FACE_TYPE;
+  hints->shapeType = input.isSolid ? SoShapeHints::SOLID : SoShapeHints::UNKNOWN_SHAPE_TYPE;
+  hints->faceType = input.isSolid ? SoShapeHints::CONVEX : SoShapeHints::UNKNOWN_FACE_TYPE;
 
   PiPieGeometry::Faces faces;
   PiPieGeometry::Faces lines;
-  for (std::size_t i = 0; i < pie.slices.displayed().size(); ++i) {
-    const PiPieSlices::Slice& slice = pie.slices.displayed()[i];
+  for (std::size_t i = 0; i < input.slices.displayed().size(); ++i) {
+    const PiPieSlices::Slice& slice = input.slices.displayed()[i];
     PiPieGeometry::Sector sector;
-    const float pulled = pie.pulled[i];
-    sector.center = center + SbVec2f(pulled * static_cast<float>(std::cos(slice.middle())),
-                                     pulled * static_cast<float>(std::sin(slice.middle())));
-    sector.radius = radius;
+    const float pulled = input.pulled[i];
+    sector.center = input.center + SbVec2f(pulled * static_cast<float>(std::cos(slice.middle())),
+                                           pulled * static_cast<float>(std::sin(slice.middle())));
+    sector.innerRadius = input.innerRadius;
+    sector.radius = input.radius;
     sector.start = slice.start;
     sector.end = slice.end;
-    sector.angleStep = angleStep;
-    addLines(sector, lines);
-
+    sector.angleStep = input.angleStep;
     faces.clear();
-    addFaces(sector, faces);
+    if (input.isSolid) {
+      PiPieGeometry::addSolid(sector, input.zMin, input.zMax, faces);
+      PiPieGeometry::addSolidEdges(sector, input.zMin, input.zMax, lines);
+    } else {
+      PiPieGeometry::addDisc(sector, input.zMin, faces);
+      PiPieGeometry::addOutline(sector, input.zMin, lines);
+    }
     auto* group = new SoGroup;
     m_slices->addChild(group);
-    group->setName(pie.names[i].c_str());
-    PiPieEmitter::addColor(PiChartColors::of(colors, slice.index()), group);
-    PiPieEmitter::addFaces(faces, isSolid, group);
+    if (input.names) group->setName((*input.names)[i].c_str());
+    if (input.colors) PiPieEmitter::addColor((*input.colors)[i], group);
+    PiPieEmitter::addFaces(faces, input.isSolid, group);
   }
   PiPieEmitter::addLines(lines, m_borders);
 }

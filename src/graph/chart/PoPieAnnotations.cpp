@@ -111,6 +111,8 @@ void PoPieChart::drawAnnotations(const Side& side) {
       places, static_cast<PiPieAnnotations::Alignment>(PiEnumField::get(side.alignment, OUTWARDS_ALIGN, CENTER_ALIGN)),
       annotationHeight(), side.isInner ? 0 : resolved(arrowWidth, pie.reference, 0));
 
+  annotations.borders()->addChild(annotations.leaders());
+
   // Plain paper and a thin line, unless the application styled the element.
   const auto paint = [&](const std::string& part, SoGroup* group, float shade) {
     if (getPart(SbName((prefix + part + "App.material").c_str()), FALSE)) return;

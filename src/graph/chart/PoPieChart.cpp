@@ -17,7 +17,9 @@
 #include <Ormelle/PoMiscTextAttrElement.h>
 #include <Ormelle/PoNumericDisplayFormatElement.h>
 
+#include "graph/chart/PiChartColors.h"
 #include "graph/chart/PiChartFormat.h"
+#include "graph/chart/PiPieSliceParts.h"
 #include "graph/chart/PiPieState.h"
 
 PO_KIT_ABSTRACT_SOURCE(PoPieChart)
@@ -320,6 +322,24 @@ void PoPieChart::computeStringsToDisplay() {
     else
       pie.texts.emplace_back(shown.index() < sliceText.getNum() ? sliceText[shown.index()].getString() : "");
   }
+}
+
+void PoPieChart::buildSlices(bool isSolid, float zMin, float zMax) {
+  std::vector<SbColor> colors;
+  for (const PiPieSlices::Slice& shown : state().slices.displayed())
+    colors.push_back(PiChartColors::of(sliceColor, shown.index()));
+  PiPieSliceParts::Input input{state().slices, state().pulled};
+  input.names = &state().names;
+  input.colors = &colors;
+  input.center = pieCenter();
+  input.radius = pieRadius();
+  input.angleStep = sliceAngleStep.getValue();
+  input.isSolid = isSolid;
+  input.zMin = zMin;
+  input.zMax = zMax;
+  const PiPieSliceParts parts(input);
+  setPart("slice", parts.slices());
+  setPart("sliceBorder", parts.borders());
 }
 
 void PoPieChart::resetAllPart() {

@@ -1,9 +1,5 @@
 #include <Ormelle/PoPieChart2D.h>
 
-#include <Inventor/nodes/SoGroup.h>
-
-#include "graph/chart/PiPieSliceParts.h"
-
 PO_KIT_SOURCE(PoPieChart2D)
 
 PoPieChart2D::PoPieChart2D() {
@@ -18,15 +14,4 @@ PoPieChart2D::PoPieChart2D() {
 
 PoPieChart2D::~PoPieChart2D() = default;
 
-void PoPieChart2D::drawSlices() {
-  const PiPieSliceParts parts(
-      state(), pieCenter(), pieRadius(), sliceAngleStep.getValue(), sliceColor, false,
-      [](const PiPieGeometry::Sector& sector, PiPieGeometry::Faces& faces) {
-        PiPieGeometry::addDisc(sector, 0, faces);
-      },
-      [](const PiPieGeometry::Sector& sector, PiPieGeometry::Faces& lines) {
-        PiPieGeometry::addOutline(sector, 0, lines);
-      });
-  setPart("slice", parts.slices());
-  setPart("sliceBorder", parts.borders());
-}
+void PoPieChart2D::drawSlices() { buildSlices(false, 0, 0); }

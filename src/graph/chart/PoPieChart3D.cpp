@@ -3,10 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include <Inventor/nodes/SoGroup.h>
-
-#include "graph/chart/PiPieSliceParts.h"
-
 PO_KIT_SOURCE(PoPieChart3D)
 
 PoPieChart3D::PoPieChart3D() {
@@ -33,14 +29,5 @@ float PoPieChart3D::annotationHeight() const {
 void PoPieChart3D::drawSlices() {
   const float bottom = std::isfinite(zMin.getValue()) ? zMin.getValue() : 0;
   const float top = std::isfinite(zMax.getValue()) ? zMax.getValue() : bottom;
-  const PiPieSliceParts parts(
-      state(), pieCenter(), pieRadius(), sliceAngleStep.getValue(), sliceColor, true,
-      [=](const PiPieGeometry::Sector& sector, PiPieGeometry::Faces& faces) {
-        PiPieGeometry::addSolid(sector, bottom, top, faces);
-      },
-      [=](const PiPieGeometry::Sector& sector, PiPieGeometry::Faces& lines) {
-        PiPieGeometry::addSolidEdges(sector, bottom, top, lines);
-      });
-  setPart("slice", parts.slices());
-  setPart("sliceBorder", parts.borders());
+  buildSlices(true, bottom, top);
 }

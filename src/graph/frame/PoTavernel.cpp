@@ -14,6 +14,7 @@
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
+#include <Ormelle/PoPieChartRep.h>
 #include <Ormelle/PoRibbon.h>
 #include <Ormelle/PoSingleHistogram.h>
 #include <Ormelle/PoTavernel.h>
@@ -49,6 +50,7 @@ constexpr PiClassEntry kClasses[] = {
     PI_CLASS(PoRibbon),
     PI_CLASS(PoTube),
     PI_CLASS(PoCurveFilling),
+    PI_CLASS(PoPieChartRep),
 };
 // clang-format on
 

@@ -7,12 +7,16 @@
 #include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoMaterial.h>
 #include <Inventor/nodes/SoText3.h>
 #include <Ormelle/PbMiscTextAttr.h>
 #include <Ormelle/PbNumericDisplayFormat.h>
+#include <Ormelle/PbRegularMesh1D.h>
 #include <Ormelle/PoOrmelle.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
+#include <Ormelle/PoPieChartRep.h>
+#include <Ormelle/PoRegularMesh1D.h>
 #include <gtest/gtest.h>
 
 #include "support/NodePtr.h"
@@ -141,6 +145,49 @@ TEST_F(PieChart, BadInputDrawsNothing) {
   pie->sliceText.set1Value(0, std::string(10000, 'x').c_str());
   for (int i = 0; i < 10000; ++i) pie->sliceValue.set1Value(i, 1);
   EXPECT_TRUE(Soup::of(pie.get()).isFinite());
+}
+
+TEST_F(PieChart, AMeshIsDrawnAsARing) {
+  NodePtr<SoSeparator> root(new SoSeparator);
+  auto* node = new PoRegularMesh1D;
+  root->addChild(node);
+  const float values[] = {1, -2, 1, 2};
+  const SbString names[] = {"a", "b", "c", "d"};
+  PbRegularMesh1D mesh(4, 0, 3);
+  mesh.addValuesSet(0, values, "share");
+  mesh.addStringsSet(0, names, "name");
+  node->mesh.setValue(mesh);
+  auto* material = new SoMaterial;
+  for (int i = 0; i < 4; ++i) material->diffuseColor.set1Value(i, SbColor(static_cast<float>(i) / 4, 0, 0));
+  auto* pie = new PoPieChartRep;
+  root->addChild(pie);
+  pie->radiusMin = 1;
+  pie->radiusMax = 2;
+  pie->colorBinding = PoChart::PER_VERTEX;
+  pie->colorSource = PoChart::COLOR_MATERIAL_SOURCE;
+  pie->material = material;
+  Soup soup = Soup::of(root.get());
+  EXPECT_NEAR(soup.area(), 3.14159 * 3, 0.01);
+  EXPECT_FALSE(soup.triangleAt(0.5f, 0));
+  EXPECT_NEAR(soup.colorAt(1, 1)[0], 0, 1e-4);
+  EXPECT_NEAR(soup.colorAt(-1, 1)[0], 0.5, 1e-4);
+  EXPECT_NEAR(soup.colorAt(0, -1.5f)[0], 0.75, 1e-4);
+
+  pie->isNameVisible = TRUE;
+  pie->isPercentageVisible = TRUE;
+  pie->isAnnoSliceColor = TRUE;
+  pie->height = 1;
+  soup = Soup::of(root.get());
+  EXPECT_TRUE(soup.isFinite());
+  SoSearchAction search;
+  search.setType(SoText3::getClassTypeId());
+  search.setInterest(SoSearchAction::ALL);
+  search.apply(pie->getPart("annotation", FALSE));
+  EXPECT_EQ(search.getPaths().getLength(), 6);
+  EXPECT_NE(pie->getPart("annotationLine", FALSE), nullptr);
+
+  pie->yValuesIndex = 7;
+  EXPECT_EQ(Soup::of(root.get()).area(), 0);
 }
 
 TEST_F(PieChart, WritesFieldsAndReadsThemBack) {
