@@ -1,0 +1,72 @@
+#ifndef ORMELLE_PIMESHSECTION_H
+#define ORMELLE_PIMESHSECTION_H
+
+#include <cstddef>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "quillane/surface/PiCellBlocks.h"
+#include "quillane/surface/PiPlaneCutter.h"
+
+class PbCartesianGrid3D;
+class PbGrid3D;
+class PbIndexedMesh3D;
+class PbMesh3D;
+class PbParalCartesianGrid3D;
+class PbRegularCartesianGrid3D;
+class PoCellFilter;
+
+/// What is to be cut, and how.
+struct PiSectionRequest {
+  PiSectionPlane plane{1, 0, 0, 0};
+  const float* values = nullptr;         ///< one for each node, to be interpolated; may be null
+  const PoCellFilter* filter = nullptr;  ///< which cells; null for all
+  const float* filterValues = nullptr;   ///< what the filter is asked with, one for each cell; may be null
+};
+
+/// Cuts volume meshes with planes, cell by cell, visiting few more cells than the plane meets. It keeps its memory from
+/// one section to the next.
+///
+/// Parts of the plane that run through nodes, along edges or along facets are drawn once. A cell with a coordinate that
+/// isn't finite, or a value that isn't a number, is left out.
+class PiMeshSection {
+ public:
+  PiMeshSection() : m_cutter(section) {}
+  PiMeshSection(const PiMeshSection&) = delete;
+  PiMeshSection& operator=(const PiMeshSection&) = delete;
+
+  /// Replaces `section`.
+  void cut(const PbRegularCartesianGrid3D& mesh, const PiSectionRequest& request);
+  void cut(const PbParalCartesianGrid3D& mesh, const PiSectionRequest& request);
+  void cut(const PbCartesianGrid3D& mesh, const PiSectionRequest& request);
+  void cut(const PbIndexedMesh3D& mesh, const PiSectionRequest& request);
+
+  /// How many cells were looked at in the last section.
+  std::size_t numVisited() const { return m_numVisited; }
+  /// Without what is shared with others.
+  std::size_t memorySize() const;
+
+  PiSection section;
+
+ private:
+  template <class Cells>
+  void cutBlocks(Cells cells, const PiSectionRequest& request);
+  void cutAxisGrid(const PbGrid3D& grid, const PiSectionRequest& request);
+  void findRowCuts(const PiSectionPlane& plane);
+
+  PiPlaneCutter m_cutter;
+  std::shared_ptr<const PiCellBlocks> m_blocks;
+  std::size_t m_numVisited = 0;
+
+  /// Of a row of nodes of a grid: its distance from the plane without the share of z; the first node that isn't
+  /// strictly on the side where the row begins; and the first that is strictly on the side where it ends.
+  struct Row {
+    float base;
+    int leaves, arrives;
+  };
+  std::vector<float> m_axes[3], m_zShares;
+  std::vector<Row> m_rows;
+};
+
+#endif

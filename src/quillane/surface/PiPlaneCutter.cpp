@@ -1,0 +1,103 @@
+#include "quillane/surface/PiPlaneCutter.h"
+
+#include <algorithm>
+
+void PiPlaneCutter::start(const PiSectionPlane& plane, const float* values) {
+  m_section.clear();
+  m_plane = plane;
+  m_values = values;
+  m_points.clear();
+  m_faces.clear();
+  m_behind.clear();
+}
+
+std::size_t PiPlaneCutter::memorySize() const {
+  return m_points.pointMemorySize() + m_points.tableMemorySize() + m_faces.memorySize() +
+         m_behind.capacity() * sizeof(FacetBehind);
+}
+
+bool PiPlaneCutter::areFinite(int numNodes, const float* distances) {
+  return std::all_of(distances, distances + numNodes, [](float distance) { return std::isfinite(distance); });
+}
+
+bool PiPlaneCutter::hasValues(int numNodes, const int* nodes) const {
+  return !m_values || std::none_of(nodes, nodes + numNodes, [this](int node) { return std::isnan(m_values[node]); });
+}
+
+int PiPlaneCutter::findCorners(const PiCellTopology& topology, const std::int8_t* edges, int num, unsigned on,
+                               Corners& corners) {
+  int numCorners = 0;
+  for (int i = 0; i < num; ++i) {
+    const auto& edge = topology.edges[static_cast<std::size_t>(edges[i])];
+    const auto isOn = [on](int node) { return (on >> node & 1U) != 0; };
+    const Corner corner = {isOn(edge[1]) ? edge[1] : edge[0], isOn(edge[0]) ? edge[0] : edge[1]};
+    if (numCorners == 0 || !(corners[numCorners - 1] == corner)) corners[numCorners++] = corner;
+  }
+  while (numCorners > 1 && corners[numCorners - 1] == corners[0]) --numCorners;
+  return numCorners;
+}
+
+void PiPlaneCutter::addInterpolated(const SbVec3f& from, const SbVec3f& to, int fromNode, int toNode, float t) {
+  SbVec3f point = from + t * (to - from);
+  for (int axis = 0; axis < 3; ++axis)
+    // Ends that are further apart than the largest float.
+    if (!std::isfinite(point[axis])) point[axis] = (1 - t) * from[axis] + t * to[axis];
+  m_section.points.push_back(point);
+  if (!m_values) return;
+  const float a = m_values[fromNode], b = m_values[toNode];
+  // An infinite value at an end that isn't reached mustn't make a number undefined.
+  m_section.values.push_back(t == 0 ? a : a + t * (b - a));
+}
+
+// Turns the polygon from `first` on round if it faces the back, as it does in a cell that is itself turned inside out.
+void PiPlaneCutter::orient(std::size_t first) {
+  int* corners = m_section.coordIndices.data() + first;
+  const std::size_t num = m_section.coordIndices.size() - first;
+  const auto point = [&](std::size_t corner) -> const SbVec3f& {
+    return m_section.points[static_cast<std::size_t>(corners[corner])];
+  };
+  float normal[3] = {0, 0, 0};
+  const SbVec3f origin = point(0);
+  SbVec3f from = point(1) - origin;
+  for (std::size_t corner = 2; corner < num; ++corner) {
+    const SbVec3f to = point(corner) - origin;
+    normal[0] += from[1] * to[2] - from[2] * to[1];
+    normal[1] += from[2] * to[0] - from[0] * to[2];
+    normal[2] += from[0] * to[1] - from[1] * to[0];
+    from = to;
+  }
+  if (m_plane.a * normal[0] + m_plane.b * normal[1] + m_plane.c * normal[2] < 0) std::reverse(corners, corners + num);
+}
+
+bool PiPlaneCutter::isFaceAlreadyFound(const PiCellTopology& topology, unsigned on, const Corner* corners, int num,
+                                       const int* nodes) {
+  if ((on & (on - 1)) == 0) return false;  // one node lies in no more than an edge
+  unsigned atNodes = 0;
+  for (int i = 0; i < num; ++i) atNodes |= corners[i].a == corners[i].b ? 1U << corners[i].a : ~0U;
+  bool isFound = false;
+  for (const PiFacet& facet : topology.facets) {
+    int inPlane[4], numInPlane = 0;
+    unsigned mask = 0;
+    for (const int corner : facet.corners()) {
+      if (!(on >> corner & 1U)) continue;
+      inPlane[numInPlane++] = nodes[corner];
+      mask |= 1U << corner;
+    }
+    if (numInPlane < 3) continue;
+    int& numDrawn = m_faces.count(m_faces.add(PiNodeSets::keyOf({inPlane, static_cast<std::size_t>(numInPlane)})));
+    if (num >= 3 && mask == atNodes) isFound = numDrawn++ > 0;
+  }
+  return isFound;
+}
+
+void PiPlaneCutter::finish() {
+  for (const FacetBehind& facet : m_behind) {
+    const std::size_t numFaces = m_faces.size();
+    const std::size_t place = m_faces.add(PiNodeSets::keyOf({facet.nodes, static_cast<std::size_t>(facet.num)}));
+    if (place < numFaces) continue;
+    static constexpr Corner kCorners[] = {{0, 0}, {1, 1}, {2, 2}, {3, 3}};
+    static constexpr float kOnPlane[4] = {0, 0, 0, 0};
+    addPolygon(facet.cell, kCorners, facet.num, facet.nodes, kOnPlane,
+               [&](int corner) { return facet.points[corner]; });
+  }
+}
