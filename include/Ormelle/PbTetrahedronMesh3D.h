@@ -26,6 +26,8 @@ class ORMELLE_API PbTetrahedronMesh3D : public PbIndexedMesh3D {
   /// The same with a table of `num_cells` pointers to the four nodes of each cell, made on the first call.
   void getGeometry(int& num_nodes, const float*& x, const float*& y, const float*& z, int& num_cells,
                    const int* const*& cell_nodes) const;
+
+  void meshCrossSection(PoMeshCrossSection* rep) const override;
 };
 
 #endif

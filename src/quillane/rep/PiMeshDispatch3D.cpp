@@ -5,10 +5,14 @@
 
 #include <Ormelle/PbCartesianGrid3D.h>
 #include <Ormelle/PbCell.h>
+#include <Ormelle/PbHexahedronMesh3D.h>
 #include <Ormelle/PbIndexedMesh3D.h>
 #include <Ormelle/PbParalCartesianGrid3D.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
+#include <Ormelle/PbTetrahedronMesh3D.h>
 #include <Ormelle/PoMesh3D.h>
+#include <Ormelle/PoMeshCrossContour.h>
+#include <Ormelle/PoMeshCrossSection.h>
 #include <Ormelle/PoMeshSkin.h>
 
 #include "quillane/marching/PiLevelSurfPart.h"
@@ -66,6 +70,20 @@ int PbCell::addLevelSurfPart(PoMesh3D* mesh3d, const std::vector<bool>& flags, i
   return 1;
 }
 
+// --- sections and their outlines -------------------------------------------------------------------------------------
+
+void PbRegularCartesianGrid3D::meshCrossSection(PoMeshCrossSection* rep) const { rep->regularGrid3DCrossSection(this); }
+void PbParalCartesianGrid3D::meshCrossSection(PoMeshCrossSection* rep) const { rep->paralCartGrid3DCrossSection(this); }
+void PbCartesianGrid3D::meshCrossSection(PoMeshCrossSection* rep) const { rep->cartGrid3DCrossSection(this); }
+void PbIndexedMesh3D::meshCrossSection(PoMeshCrossSection* rep) const { rep->indexedMeshCrossSection(this); }
+void PbHexahedronMesh3D::meshCrossSection(PoMeshCrossSection* rep) const { rep->hexahedronMeshCrossSection(this); }
+void PbTetrahedronMesh3D::meshCrossSection(PoMeshCrossSection* rep) const { rep->tetrahedronMeshCrossSection(this); }
+
+void PbRegularCartesianGrid3D::meshCrossContour(PoMeshCrossContour* rep) const { rep->regularGrid3DCrossContour(this); }
+void PbParalCartesianGrid3D::meshCrossContour(PoMeshCrossContour* rep) const { rep->paralCartGrid3DCrossContour(this); }
+void PbCartesianGrid3D::meshCrossContour(PoMeshCrossContour* rep) const { rep->cartGrid3DCrossContour(this); }
+void PbIndexedMesh3D::meshCrossContour(PoMeshCrossContour* rep) const { rep->indexedMeshCrossContour(this); }
+
 // --- skin ------------------------------------------------------------------------------------------------------------
 
 void PbGrid3D::meshSkin(PoMeshSkin* rep) const {
@@ -82,18 +100,8 @@ void PbIndexedMesh3D::meshSkinFilter(PoMeshSkin* rep, const PoCellFilter* filter
   rep->indexedMeshSkinFilter(this, filter);
 }
 
-// --- sections, skeleton ---------------------------------------------------------------------------------------
-// Those kits aren't there yet.
-
-void PbRegularCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
-void PbParalCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
-void PbCartesianGrid3D::meshCrossSection(PoMeshCrossSection*) const {}
-void PbIndexedMesh3D::meshCrossSection(PoMeshCrossSection*) const {}
-
-void PbRegularCartesianGrid3D::meshCrossContour(PoMeshCrossContour*) const {}
-void PbParalCartesianGrid3D::meshCrossContour(PoMeshCrossContour*) const {}
-void PbCartesianGrid3D::meshCrossContour(PoMeshCrossContour*) const {}
-void PbIndexedMesh3D::meshCrossContour(PoMeshCrossContour*) const {}
+// --- skeleton -------------------------------------------------------------------------------------------------------
+// That kit isn't there yet.
 
 void PbRegularCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
 void PbParalCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}

@@ -6,6 +6,8 @@
 #include <Ormelle/PbWedgeCell.h>
 #include <Ormelle/PoMesh3D.h>
 #include <Ormelle/PoMeshContouring.h>
+#include <Ormelle/PoMeshCrossContour.h>
+#include <Ormelle/PoMeshCrossSection.h>
 #include <Ormelle/PoMeshFilled.h>
 #include <Ormelle/PoMeshLevelSurf.h>
 #include <Ormelle/PoMeshLimit.h>
@@ -23,7 +25,8 @@ namespace {
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
 constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D),    PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
                                       PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit), PI_CLASS(PoMeshContouring)};
-constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D), PI_CLASS(PoMeshSkin), PI_CLASS(PoMeshLevelSurf)};
+constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D), PI_CLASS(PoMeshSkin), PI_CLASS(PoMeshLevelSurf),
+                                     PI_CLASS(PoMeshCrossSection), PI_CLASS(PoMeshCrossContour)};
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
                                    PI_TABLES(PbWedgeCell)};
 

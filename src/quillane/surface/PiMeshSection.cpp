@@ -46,19 +46,11 @@ int firstReached(int num, int guess, Test&& isReached) {
   return low;
 }
 
-bool isMonotone(const std::vector<float>& axis) {
-  const auto isFinite = [](float c) { return std::isfinite(c); };
-  return std::all_of(axis.begin(), axis.end(), isFinite) &&
-         (std::is_sorted(axis.begin(), axis.end()) || std::is_sorted(axis.rbegin(), axis.rend()));
-}
-
 }  // namespace
 
 std::size_t PiMeshSection::memorySize() const {
-  std::size_t size = section.memorySize() + m_cutter.memorySize() + m_zShares.capacity() * sizeof(float) +
-                     m_rows.capacity() * sizeof(Row);
-  for (const std::vector<float>& axis : m_axes) size += axis.capacity() * sizeof(float);
-  return size;
+  return section.memorySize() + m_cutter.memorySize() + m_axes.memorySize() + m_zShares.capacity() * sizeof(float) +
+         m_rows.capacity() * sizeof(Row);
 }
 
 void PiMeshSection::cut(const PbIndexedMesh3D& mesh, const PiSectionRequest& request) {
@@ -122,15 +114,9 @@ void PiMeshSection::cut(const PbParalCartesianGrid3D& mesh, const PiSectionReque
 void PiMeshSection::cutAxisGrid(const PbGrid3D& grid, const PiSectionRequest& request) {
   m_numVisited = 0;
   m_cutter.start(request.plane, request.values);
-  int num[3];
-  grid.getDim(num[0], num[1], num[2]);
   if (grid.getNumCells() > 0) {
-    for (int axis = 0; axis < 3; ++axis) {
-      m_axes[axis].resize(static_cast<std::size_t>(num[axis]));
-      for (int i = 0; i < num[axis]; ++i)
-        m_axes[axis][static_cast<std::size_t>(i)] =
-            grid.getNodeCoord(axis == 0 ? i : 0, axis == 1 ? i : 0, axis == 2 ? i : 0)[axis];
-    }
+    m_axes.set(grid);
+    const int num[3] = {m_axes.num(0), m_axes.num(1), m_axes.num(2)};
     findRowCuts(request.plane);
 
     const PiSectionCases& cases = PiSectionCases::of(PiTopology::kHexahedron);
@@ -154,9 +140,7 @@ void PiMeshSection::cutAxisGrid(const PbGrid3D& grid, const PiSectionRequest& re
           }
           if (!isAccepted(request, cell)) continue;
           m_cutter.cut(cases, cell, nodes, distances, [&](int n) {
-            return SbVec3f(m_axes[0][static_cast<std::size_t>(i + kCornerI[n])],
-                           m_axes[1][static_cast<std::size_t>(j + kCornerJ[n])],
-                           m_axes[2][static_cast<std::size_t>(k + n / 4)]);
+            return SbVec3f(m_axes.at(0, i + kCornerI[n]), m_axes.at(1, j + kCornerJ[n]), m_axes.at(2, k + n / 4));
           });
         }
       }
@@ -165,17 +149,17 @@ void PiMeshSection::cutAxisGrid(const PbGrid3D& grid, const PiSectionRequest& re
 }
 
 void PiMeshSection::findRowCuts(const PiSectionPlane& plane) {
-  const std::vector<float>& z = m_axes[2];
+  const std::vector<float>& z = m_axes.coords[2];
   const int numZ = static_cast<int>(z.size());
   m_zShares.resize(z.size());
   std::transform(z.begin(), z.end(), m_zShares.begin(), [&plane](float c) { return plane.c * c; });
-  m_rows.resize(m_axes[0].size() * m_axes[1].size());
-  const bool isOrdered = isMonotone(z);
+  m_rows.resize(m_axes.coords[0].size() * m_axes.coords[1].size());
+  const bool isOrdered = m_axes.isMonotone(2);
   const float sign = m_zShares.front() <= m_zShares.back() ? 1.0F : -1.0F;
   Row* row = m_rows.data();
   int guess = 0;
-  for (const float x : m_axes[0])
-    for (const float y : m_axes[1]) {
+  for (const float x : m_axes.coords[0])
+    for (const float y : m_axes.coords[1]) {
       row->base = plane.a * x + plane.b * y;
       const auto distance = [&](int k) {
         return sign * (row->base + m_zShares[static_cast<std::size_t>(k)] - plane.d);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "quillane/surface/PiCellBlocks.h"
+#include "quillane/surface/PiGridAxes.h"
 #include "quillane/surface/PiPlaneCutter.h"
 
 class PbCartesianGrid3D;
@@ -65,7 +66,8 @@ class PiMeshSection {
     float base;
     int leaves, arrives;
   };
-  std::vector<float> m_axes[3], m_zShares;
+  PiGridAxes m_axes;
+  std::vector<float> m_zShares;
   std::vector<Row> m_rows;
 };
 

@@ -37,18 +37,6 @@ int PiPlaneCutter::findCorners(const PiCellTopology& topology, const std::int8_t
   return numCorners;
 }
 
-void PiPlaneCutter::addInterpolated(const SbVec3f& from, const SbVec3f& to, int fromNode, int toNode, float t) {
-  SbVec3f point = from + t * (to - from);
-  for (int axis = 0; axis < 3; ++axis)
-    // Ends that are further apart than the largest float.
-    if (!std::isfinite(point[axis])) point[axis] = (1 - t) * from[axis] + t * to[axis];
-  m_section.points.push_back(point);
-  if (!m_values) return;
-  const float a = m_values[fromNode], b = m_values[toNode];
-  // An infinite value at an end that isn't reached mustn't make a number undefined.
-  m_section.values.push_back(t == 0 ? a : a + t * (b - a));
-}
-
 // Turns the polygon from `first` on round if it faces the back, as it does in a cell that is itself turned inside out.
 void PiPlaneCutter::orient(std::size_t first) {
   int* corners = m_section.coordIndices.data() + first;

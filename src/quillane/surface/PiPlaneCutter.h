@@ -77,7 +77,6 @@ class PiPlaneCutter {
   template <class PointOf>
   int pointAt(const Corner& corner, const int* nodes, const float* distances, PointOf&& pointOf);
   void orient(std::size_t first);
-  void addInterpolated(const SbVec3f& from, const SbVec3f& to, int fromNode, int toNode, float t);
 
   /// Remembers which facets of a cell in front lie in the plane, and tells whether another has had this polygon.
   bool isFaceAlreadyFound(const PiCellTopology& topology, unsigned on, const Corner* corners, int num,
@@ -151,7 +150,7 @@ int PiPlaneCutter::pointAt(const Corner& corner, const int* nodes, const float* 
   int index;
   if (!m_points.add(nodes[from], nodes[to], index)) return index;
   const float t = from == to ? 0 : distances[from] / (distances[from] - distances[to]);
-  addInterpolated(pointOf(from), pointOf(to), nodes[from], nodes[to], t);
+  m_section.addInterpolated(pointOf(from), pointOf(to), m_values, nodes[from], nodes[to], t);
   return index;
 }
 

@@ -1,6 +1,7 @@
 #ifndef ORMELLE_PISECTION_H
 #define ORMELLE_PISECTION_H
 
+#include <cmath>
 #include <cstddef>
 
 #include <Inventor/SbVec3f.h>
@@ -20,6 +21,19 @@ struct PiSection {
     values.clear();
     coordIndices.clear();
     cells.clear();
+  }
+  /// Appends the point at the fraction `t` of the way between two nodes, and unless `nodeValues` is null its value.
+  void addInterpolated(const SbVec3f& from, const SbVec3f& to, const float* nodeValues, int fromNode, int toNode,
+                       float t) {
+    SbVec3f point = from + t * (to - from);
+    for (int axis = 0; axis < 3; ++axis)
+      // Ends that are further apart than the largest float.
+      if (!std::isfinite(point[axis])) point[axis] = (1 - t) * from[axis] + t * to[axis];
+    points.push_back(point);
+    if (!nodeValues) return;
+    const float a = nodeValues[fromNode], b = nodeValues[toNode];
+    // An end that isn't reached doesn't count, be it infinite.
+    values.push_back(t == 0 ? a : a + t * (b - a));
   }
   std::size_t memorySize() const {
     return points.capacity() * sizeof(SbVec3f) + values.capacity() * sizeof(float) +
