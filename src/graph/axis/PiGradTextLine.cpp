@@ -31,7 +31,7 @@ void PiGradTextLine::addMerged(const PiGradTextLine& a, const PiGradTextLine& b)
 }
 
 void PiGradTextLine::setSize(float size, bool isFixed) {
-  m_choice.size = size;
+  m_givenSize = m_choice.size = size;
   m_isSizeFixed = isFixed;
 }
 
@@ -41,7 +41,7 @@ void PiGradTextLine::makeLegible(bool isThinned, long firstMultiple) {
   PiGradLegibility::Line line;
   line.coords = m_coords;
   line.boxes = m_boxes;
-  line.size = m_choice.size;
+  line.size = m_givenSize;
   line.largest = PiAxisLayout::AUTO_GRAD_SIZE * m_state.along;
   line.along = m_state.along;
   line.nearest =

@@ -43,6 +43,8 @@ class PiGradTextLine {
   /// The last pass, if the axis has it on: a smaller size, or, with `isThinned`, fewer texts. `firstMultiple` says
   /// which multiple of the step the first one is.
   void makeLegible(bool isThinned, long firstMultiple);
+  /// Whether that left texts out.
+  bool isThinned() const { return m_choice.period > 1 || (m_choice.isEnds && num() > 2); }
 
   /// Adds the texts to `group`, `y` across the axis, and lets the limits of the axis grow.
   void build(float y, SoGroup* group);
@@ -56,6 +58,7 @@ class PiGradTextLine {
   std::vector<PiTextBox> m_boxes;
   float m_maxWidth = 0;
   int m_maxLetters = 0;
+  float m_givenSize = 0;
   bool m_isSizeFixed = false;
   PiGradLegibility::Choice m_choice;
 };

@@ -8,6 +8,22 @@
 
 namespace PiLogGradations {
 
+namespace {
+
+/// The fewest decimals that show multiples of `step`.
+int decimalsOf(double step) {
+  constexpr int kMost = 7;  // of a float from 1 to 10
+  double scaled = std::abs(step);
+  int numDecimal = 0;
+  while (numDecimal < kMost && std::abs(scaled - std::round(scaled)) > 1e-3 * scaled) {
+    scaled *= 10;
+    ++numDecimal;
+  }
+  return numDecimal;
+}
+
+}  // namespace
+
 bool isResolved(float low, float high) {
   constexpr float kOneApart = 1 << 23;  // beyond, a decade is less than two neighbouring floats
   return low < high && std::abs(low) < kOneApart && std::abs(high) < kOneApart;
@@ -47,13 +63,17 @@ void between(float low, float high, std::vector<PiLogGradation>& out) {
     return static_cast<float>(std::pow(10.0, static_cast<double>(coord) - exponent));
   };
   const float start = valueAt(low), end = valueAt(high);
+  const PiLinearGradations grads = PiLinearGradations::makeResolved(true, start, end);
   std::vector<float> values;
-  PiLinearGradations::makeResolved(true, start, end).values(end, values);
+  grads.values(end, values);
+  const double near = 1e-3 * std::abs(static_cast<double>(grads.step));
   for (const float value : values) {
-    if (value == 1 || value == 10) continue;  // that one is a main gradation
+    // A power of ten is a main gradation.
+    if (std::abs(value - 1) < near || std::abs(value - 10) < near) continue;
     PiLogGradation gradation;
     gradation.value = value;
     gradation.exponent = exponent;
+    gradation.numDecimal = grads.isOnMultiples ? decimalsOf(grads.step) : decimalsOf(1e-7);
     const auto coord = static_cast<float>(exponent + std::log10(static_cast<double>(value)));
     gradation.coord = std::clamp(coord, low, high);
     if (!out.empty() && out.back().coord == gradation.coord) continue;

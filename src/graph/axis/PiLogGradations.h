@@ -10,6 +10,7 @@ struct PiLogGradation {
   float coord = 0;
   float value = 0;
   int exponent = 0;
+  int numDecimal = 0;  ///< that the value is written with
 };
 
 /// Gradations of an axis whose coordinates are exponents: numbers only. `low` must not be above `high`.

@@ -21,49 +21,40 @@ constexpr int kMaxZeros = 90;
 
 int exponentOf(float power) { return static_cast<int>(power); }
 
-/// The figures of `digit`, without a point, and in `numDecimal` how many of them stand behind it.
-char* writeFigures(float digit, char* out, int& numDecimal) {
-  char text[32];
-  const auto end = std::to_chars(text, text + sizeof text, digit, std::chars_format::fixed).ptr;
-  const char* point = std::find(text, end, '.');
-  numDecimal = point == end ? 0 : static_cast<int>(end - point) - 1;
-  out = std::copy(text + 0, const_cast<char*>(point), out);
-  return point == end ? out : std::copy(point + 1, static_cast<const char*>(end), out);
+char* writeValue(const PiLogGradation& gradation, char* out) {
+  return std::to_chars(out, out + 32, gradation.value, std::chars_format::fixed, gradation.numDecimal).ptr;
 }
 
-void writeDecimal(float digit, int exponent, char* out) {
-  int numDecimal;
-  if (std::abs(exponent) > kMaxZeros) {
-    char* end = std::to_chars(out, out + 32, digit, std::chars_format::fixed).ptr;
-    *end++ = 'e';
-    *std::to_chars(end, end + 16, exponent).ptr = 0;
+void writeDecimal(const PiLogGradation& gradation, char* out) {
+  char figures[32];
+  char* end = writeValue(gradation, figures);
+  if (std::abs(gradation.exponent) > kMaxZeros) {
+    out = std::copy(figures + 0, end, out);
+    *out++ = 'e';
+    *std::to_chars(out, out + 16, gradation.exponent).ptr = 0;
     return;
   }
-  char figures[32];
-  const char* end = writeFigures(digit, figures, numDecimal);
-  const int numFigures = static_cast<int>(end - figures);
-  const int before = numFigures - numDecimal + exponent;  // figures before the point
-  char* to = out;
+  end = std::remove(figures + 0, end, '.');
+  const auto numFigures = static_cast<int>(end - figures);
+  const int before = numFigures - gradation.numDecimal + gradation.exponent;  // figures before the point
   if (before <= 0) {
-    *to++ = '0';
-    *to++ = '.';
-    to = std::fill_n(to, -before, '0');
-    to = std::copy(static_cast<const char*>(figures), end, to);
+    *out++ = '0';
+    *out++ = '.';
+    out = std::fill_n(out, -before, '0');
+    out = std::copy(figures + 0, end, out);
   } else {
-    to = std::copy_n(figures, std::min(before, numFigures), to);
+    out = std::copy_n(figures, std::min(before, numFigures), out);
     if (before >= numFigures) {
-      to = std::fill_n(to, before - numFigures, '0');
+      out = std::fill_n(out, before - numFigures, '0');
     } else {
-      *to++ = '.';
-      to = std::copy(static_cast<const char*>(figures) + before, end, to);
+      *out++ = '.';
+      out = std::copy(figures + before, end, out);
     }
   }
-  *to = 0;
+  *out = 0;
 }
 
 void writeInteger(int number, char* out) { *std::to_chars(out, out + 16, number).ptr = 0; }
-
-void writeDigit(float digit, char* out) { *std::to_chars(out, out + 32, digit, std::chars_format::fixed).ptr = 0; }
 
 }  // namespace
 
@@ -98,23 +89,23 @@ Choice choose(PoLogAxis::TenPowGradRep powerRep, PoLogAxis::DecadeRep digitRep, 
   return choice;
 }
 
-void write(bool isDecadeStart, PoAxis::LogGradType type, float digit, int exponent, char* text, char* exponentText) {
-  *exponentText = 0;
+void write(bool isDecadeStart, PoAxis::LogGradType type, const PiLogGradation& gradation, char* text,
+           char* exponentText) {
+  *text = *exponentText = 0;
   switch (type) {
     case PoAxis::LOG_GRAD_DECIMAL:
-      writeDecimal(isDecadeStart ? 1 : digit, exponent, text);
+      writeDecimal(gradation, text);
       break;
     case PoAxis::LOG_GRAD_DIGIT:
-      writeDigit(digit, text);
+      *writeValue(gradation, text) = 0;
       break;
     case PoAxis::LOG_GRAD_TEN_POWER:
-      *text = 0;
       if (!isDecadeStart) {
-        writeDigit(digit, text);
-        PiGradStrings::append(text, digit == std::floor(digit) ? "." : " x ");
+        *writeValue(gradation, text) = 0;
+        PiGradStrings::append(text, gradation.numDecimal == 0 ? "." : " x ");
       }
       PiGradStrings::append(text, "10");
-      writeInteger(exponent, exponentText);
+      writeInteger(gradation.exponent, exponentText);
       break;
   }
 }

@@ -32,8 +32,9 @@ Choice choose(PoLogAxis::TenPowGradRep powerRep, PoLogAxis::DecadeRep digitRep, 
 
 /// Writes a power of ten (`isDecadeStart`) or a digit times one: `text` as a number, as the digit alone, or as "10" and
 /// "2.10" with its exponent in `exponentText`, which is empty otherwise. Both have room for PiGradStrings::SLOT_SIZE
-/// characters; numbers too long for that are written with an exponent. The digit may have decimals.
-void write(bool isDecadeStart, PoAxis::LogGradType type, float digit, int exponent, char* text, char* exponentText);
+/// characters; numbers too long for that are written with an exponent.
+void write(bool isDecadeStart, PoAxis::LogGradType type, const PiLogGradation& gradation, char* text,
+           char* exponentText);
 
 /// The widths by which log texts are fitted: real ones along the axis, by the letters across it.
 float fittingWidth(PoAxis::TextPath path, const PiTextRun& run, const PiTextBox& box);

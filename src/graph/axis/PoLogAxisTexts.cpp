@@ -31,16 +31,16 @@ class PoLogAxis::TextLine {
   float fittingWidth() const { return m_fittingWidth; }
 
   /// Writes a gradation into the next two of `slots`.
-  void add(float coord, bool isPower, PoAxis::LogGradType type, float digit, int exponent, char**& slots) {
+  void add(const PiLogGradation& gradation, bool isPower, LogGradType logType, char**& slots) {
     char* text = *slots++;
     char* exponentText = *slots++;
-    PiLogText::write(isPower, type, digit, exponent, text, exponentText);
-    const bool isRun = type == PoAxis::LOG_GRAD_TEN_POWER;
+    PiLogText::write(isPower, logType, gradation, text, exponentText);
+    const bool isRun = logType == LOG_GRAD_TEN_POWER;
     if (!isRun) PiGradStrings::append(text, m_added);
     PiTextRun run(text);
     run.add(exponentText, PiAxisLayout::RAISED);
     if (isRun) run.add(m_added);
-    m_line.add(coord, run);
+    m_line.add(gradation.coord, run);
     m_fittingWidth = std::max(m_fittingWidth, PiLogText::fittingWidth(m_line.path(), run, m_line.lastBox()));
   }
 
@@ -122,9 +122,8 @@ void PoLogAxis::buildTexts() {
   TextLine powerTexts(s, a.gradFontName), digitTexts(s, log.fontName);
   char** slots = allocGradString(static_cast<int>(2 * (s.mainCoords.size() + digits.size())));
   for (const float power : s.mainCoords)
-    powerTexts.add(power, true, log.choice.powerType(), 1, static_cast<int>(power), slots);
-  for (const PiLogGradation& digit : digits)
-    digitTexts.add(digit.coord, false, log.choice.digitType(), digit.value, digit.exponent, slots);
+    powerTexts.add({power, 1, static_cast<int>(power)}, true, log.choice.powerType(), slots);
+  for (const PiLogGradation& digit : digits) digitTexts.add(digit, false, log.choice.digitType(), slots);
 
   const bool isOneLine = log.choice.isOneLine();
   if (isOneLine)
@@ -132,17 +131,20 @@ void PoLogAxis::buildTexts() {
   else
     fitApart(powerTexts, digitTexts);
 
-  // Where powers don't tell the values, digits have to.
+  // Digits say nothing where not all powers are written; where powers don't tell the values, digits have to.
+  PiGradTextLine& powerLine = powerTexts.line();
   PiGradTextLine& digitLine = digitTexts.line();
+  const long firstPower = PiLogGradations::firstMultiple(s.mainCoords);
+  if (!isOneLine) powerLine.makeLegible(true, firstPower);
   const bool isNeeded = s.mainCoords.size() < 2;
   if (!isOneLine) digitLine.makeLegible(isNeeded, 0);
-  const bool isIllegible = log.choice.isDigitAuto && !(digitLine.size() > PiLogText::MIN_AUTO_SIZE * s.along);
+  const bool isIllegible =
+      log.choice.isDigitAuto && (!(digitLine.size() > PiLogText::MIN_AUTO_SIZE * s.along) || powerLine.isThinned());
   const bool isDigitDrawn = !digits.empty() && (!isIllegible || isNeeded);
   if (isDigitDrawn && !isOneLine) digitLine.build(PiLogText::digitLine(a, digitLine.size(), s.along), digitGroup);
 
-  PiGradTextLine& powerLine = powerTexts.line();
   const bool hasLineBefore = isDigitDrawn && !isOneLine;
-  if (!isOneLine) powerLine.makeLegible(true, PiLogGradations::firstMultiple(s.mainCoords));
+  if (hasLineBefore) powerLine.makeLegible(true, firstPower);
   float y;
   if (hasLineBefore) {
     PiAxisAttributes beyond = a;
