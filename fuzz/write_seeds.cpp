@@ -60,10 +60,10 @@ bool writeAxisLanguageSeeds(const std::filesystem::path& folder) {
                               "DAY | MON | YEA"};
   const char* const lists[] = {"YEA", "1 DAY 3 MON 1.5 YEA", "MIN HOU -2 DAY", ".5E1SEC+7 MIN"};
   int number = 0;
-  for (const char* rep : reps)
-    if (!writeSeed(folder / "fuzz_axis_rep", std::to_string(number++),
-                   std::string("|") + static_cast<char>(7 * number) + rep))
-      return false;
+  for (const char* rep : reps) {
+    const std::string bytes = std::string("|") + static_cast<char>(7 * number) + rep;
+    if (!writeSeed(folder / "fuzz_axis_rep", std::to_string(number++), bytes)) return false;
+  }
   for (const char* list : lists)
     if (!writeSeed(folder / "fuzz_date_list", std::to_string(number++), list)) return false;
   return true;
