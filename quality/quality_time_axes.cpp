@@ -145,7 +145,8 @@ bool saysSecond(const char* text, double time, double tolerance) {
   const double half = point ? 0.5 * std::pow(0.1, end - point - 1) : 0.5;
   const double second = time - std::floor(time / 60) * 60;
   const double apart = std::abs(value - second);
-  return std::min(apart, 60 - apart) <= half + tolerance;
+  constexpr double quantum = 4e-6;  // of a float below 60
+  return std::min(apart, 60 - apart) <= half + tolerance + quantum;
 }
 
 /// One random axis in a domain of its own, in a scene that owns it.

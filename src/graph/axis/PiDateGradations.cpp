@@ -19,7 +19,7 @@ int numDecimals(double value) {
   double power = 1;
   for (int decimals = 0; decimals < kMaxSecondDecimals; ++decimals, power *= 10) {
     const double scaled = value * power;
-    if (std::abs(scaled - std::round(scaled)) <= 1e-6 * std::abs(scaled) + 1e-9) return decimals;
+    if (std::abs(scaled - std::round(scaled)) <= 2e-7 * std::abs(scaled) + 1e-9) return decimals;
   }
   return kMaxSecondDecimals;
 }
