@@ -1,8 +1,11 @@
-// Writes the data sets as mesh nodes, one file a mesh, for the scenes of the gallery. What a scene can't do itself
-// happens here: cutting sections and windows out of a set, or changing its coordinates.
+// Writes the data sets as mesh nodes or curves, one file each, for the scenes of the gallery. What a scene can't do
+// itself happens here: cutting sections and windows out of a set, or changing its coordinates.
 
 #include <Inventor/SoOutput.h>
 #include <Inventor/actions/SoWriteAction.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Ormelle/PbDateFormatMapping.h>
+#include <Ormelle/PoCurve.h>
 #include <Ormelle/PoIndexedMesh3D.h>
 #include <Ormelle/PoParalCartesianGrid2D.h>
 #include <Ormelle/PoParalCartesianGrid3D.h>
@@ -33,7 +36,7 @@ std::filesystem::path g_folder;
 int sizeOf(const std::vector<float>& numbers) { return static_cast<int>(numbers.size()); }
 
 // Writes `mesh`, a new node, to the file `<name>.iv`.
-void write(const std::string& name, PoMeshProperty* mesh) {
+void write(const std::string& name, SoNode* mesh) {
   mesh->ref();
   const std::string file = (g_folder / (name + ".iv")).string();
   PiWholeFile whole(file);
@@ -236,6 +239,57 @@ void writeOcean() {
   write("ocean", volume);
 }
 
+// ---- Carbon dioxide at Mauna Loa ------------------------------------------------------------------------------------
+
+// The points of a curve above a level (side 1) or below it (-1); in between it runs along the level.
+std::vector<SbVec2f> pointsBeyond(const std::vector<SbVec2f>& points, float level, float side) {
+  const auto isBeyond = [&](const SbVec2f& point) { return (point[1] - level) * side >= 0; };
+  std::vector<SbVec2f> beyond;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    if (i > 0 && isBeyond(points[i]) != isBeyond(points[i - 1])) {
+      float x = 0;
+      PoCurve::calculateInterpolation2(points[i - 1], points[i], level, x);
+      beyond.emplace_back(x, level);
+    }
+    beyond.push_back(isBeyond(points[i]) ? points[i] : SbVec2f(points[i][0], level));
+  }
+  return beyond;
+}
+
+// The weeks from one date to another, `numDays` later, as curves, whose x are days: for each stretch without a missing
+// week what is above a level and what is below it, filled, and the line.
+void writeCarbonDioxide(const std::string& name, const char* from, const char* to, float numDays, float level) {
+  const gallery::Table table = DataSet("mauna_loa_co2_weekly").table();
+  const std::vector<std::string> dates = table.texts("date");
+  const std::vector<float> parts = table.numbers("co2_ppmv");
+  const PbDateFormatMapping days(from, to, 0, numDays, "Ymd");
+  std::vector<std::vector<SbVec2f>> stretches;
+  bool isMissing = true;
+  for (std::size_t i = 0; i < dates.size(); ++i) {
+    const bool wasMissing = std::exchange(isMissing, std::isnan(parts[i]) || dates[i] < from || dates[i] > to);
+    if (isMissing) continue;
+    if (wasMissing) stretches.emplace_back();
+    float day = 0;
+    days.getCoordinate(dates[i].c_str(), day);
+    stretches.back().emplace_back(day, parts[i]);
+  }
+
+  auto* all = new SoSeparator;
+  for (const std::vector<SbVec2f>& points : stretches) {
+    for (const float side : {1.0F, -1.0F}) {
+      const std::vector<SbVec2f> beyond = pointsBeyond(points, level, side);
+      auto* filled = new PoCurve(static_cast<int>(beyond.size()), beyond.data(), PoCurve::CURVE_NONE);
+      all->addChild(filled);
+      filled->isCurveFilled = TRUE;
+      filled->fillingThreshold = level;
+      filled->set("curveFillingApp.material",
+                  side > 0 ? "diffuseColor 0.965 0.80 0.70" : "diffuseColor 0.745 0.84 0.92");
+    }
+    all->addChild(new PoCurve(static_cast<int>(points.size()), points.data()));
+  }
+  write(name, all);
+}
+
 // ---- Meshes that are meshes in the data already ---------------------------------------------------------------------
 
 // The coordinates of nodes that are stored together.
@@ -305,6 +359,8 @@ int main(int argc, char** argv) {
     writeTerrain();
     writeAtmosphere();
     writeOcean();
+    writeCarbonDioxide("mauna_loa_1958", "1958-01-01", "2002-01-01", 16071, 340);
+    writeCarbonDioxide("mauna_loa_1962", "1962-07-01", "1965-12-31", 1279, 320);
     writeChesapeakeBay();
     writeBrackets();
   });
