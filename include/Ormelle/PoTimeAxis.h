@@ -169,6 +169,7 @@ class ORMELLE_API PoTimeAxis : public PoAxis {
   Type getType() const;
   bool findDates();
   void computeTransfo(SoMatrixTransform* out);
+  void buildAll(float start, float end);
   void setDateAxisRep();
   void chooseLevels();
   void buildDateGrads(SoGroup* group);

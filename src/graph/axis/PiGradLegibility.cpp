@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <limits>
 
 #include "graph/axis/PiAxisLayout.h"
@@ -41,6 +42,20 @@ double reachingSize(const Line& line) {
     if (!box.isEmpty()) extent = std::max<double>(extent, std::max(std::abs(box.ymin), std::abs(box.ymax)));
   const double room = static_cast<double>(MAX_DISTANCE) * line.along - std::abs(line.nearest);
   return std::max(0.0, room / (PiAxisLayout::TEXT_GAP + extent));
+}
+
+bool isSameText(const PiTextRun& a, const PiTextRun& b) {
+  return std::equal(a.pieces, a.pieces + a.num, b.pieces, b.pieces + b.num,
+                    [](const auto& x, const auto& y) { return std::strcmp(x.text, y.text) == 0; });
+}
+
+/// Whether two texts that follow each other are the same: every second half hour is "0'".
+bool readAlike(const Line& line, const Choice& choice) {
+  const auto num = static_cast<int>(line.texts.size());
+  int former = choice.next(-1, num);
+  for (int i = choice.next(former, num); former < num && i < num; former = i, i = choice.next(i, num))
+    if (isSameText(line.texts[static_cast<size_t>(former)], line.texts[static_cast<size_t>(i)])) return true;
+  return false;
 }
 
 Choice everyOf(const Line& line, int period) {
@@ -82,6 +97,7 @@ Choice choose(const Line& line) {
     return line.isSizeFixed ? !overlap(line, choice) : choice.size >= GOOD_SIZE * line.along;
   };
 
+  const bool mustDiffer = !readAlike(line, all);
   Choice best = withSize(all);
   if (!line.isThinned || isGood(best) || best.size >= reaching) return best;
   for (long unit = 1; unit < num; unit *= 10) {
@@ -89,13 +105,14 @@ Choice choose(const Line& line) {
       const long period = unit * factor;
       if (period == 1 || period >= num) continue;
       const Choice choice = withSize(everyOf(line, static_cast<int>(period)));
-      if (count(choice, num) < 2) continue;
+      if (count(choice, num) < 2 || (mustDiffer && readAlike(line, choice))) continue;
       if (isGood(choice)) return choice;
       if (choice.size > best.size) best = choice;
     }
   }
   Choice ends{line.size, 1, 0, true};
   ends = withSize(ends);
+  if (mustDiffer && readAlike(line, ends)) return best;
   return num > 2 && (line.isSizeFixed || ends.size > best.size) ? ends : best;
 }
 

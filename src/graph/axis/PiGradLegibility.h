@@ -17,6 +17,7 @@ constexpr float MAX_DISTANCE = 0.5F;  ///< of the far side of a text from the ax
 struct Line {
   std::span<const float> coords;     ///< of the gradations, rising or falling
   std::span<const PiTextBox> boxes;  ///< of their texts, one each
+  std::span<const PiTextRun> texts;  ///< the texts themselves, or none: those left don't read as their neighbours do
   float size = 0;                    ///< the font size that the formulas give, in axis coordinates
   float largest = 0;                 ///< no text becomes larger than this
   float along = 1;                   ///< the reference length

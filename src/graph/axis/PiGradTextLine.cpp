@@ -41,6 +41,7 @@ void PiGradTextLine::makeLegible(bool isThinned, long firstMultiple) {
   PiGradLegibility::Line line;
   line.coords = m_coords;
   line.boxes = m_boxes;
+  line.texts = m_runs;
   line.size = m_givenSize;
   line.largest = PiAxisLayout::AUTO_GRAD_SIZE * m_state.along;
   line.along = m_state.along;

@@ -1,7 +1,5 @@
 #include <Ormelle/PoTimeAxis.h>
 
-#include <Inventor/caches/SoCache.h>
-#include <Inventor/misc/SoState.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
@@ -109,8 +107,7 @@ void PoTimeAxis::preRebuild() {
   const bool isTraversed = isStateValid() != 0;
   PiDataInput<PbDateFormatMapping>& input = m_timeState->dateInput;
   input.resolve(isTraversed, isTraversed ? PoDateFormatMappingElement::get(getState()) : nullptr);
-  if (isTraversed && getAllCache() && !input.given())
-    getAllCache()->addElement(getState()->getConstElement(PoDateFormatMappingElement::getClassStackIndex()));
+  if (!input.given()) dependOn(PoDateFormatMappingElement::getClassStackIndex());
 }
 
 void PoTimeAxis::addElementsAllCaches() {
@@ -123,16 +120,20 @@ void PoTimeAxis::addElementsAllCaches() {
 void PoTimeAxis::rebuild() {
   preRebuild();
   saveAxisAttr();
-  if (!findDates()) return;
-  setDefaultAttr(getType() == X ? PLANE_XY : PLANE_YX);
-  auto* placed = new SoMatrixTransform;
-  setPart("transform", placed);
-  computeTransfo(placed);
-  const PiDateRange& axis = m_timeState->axis;
-  if (axis.startCoord == axis.endCoord) return;
+  if (findDates()) {
+    setDefaultAttr(getType() == X ? PLANE_XY : PLANE_YX);
+    auto* placed = new SoMatrixTransform;
+    setPart("transform", placed);
+    computeTransfo(placed);
+    const PiDateRange& axis = m_timeState->axis;
+    if (axis.startCoord != axis.endCoord) buildAll(axis.startCoord, axis.endCoord);
+  }
+  postRebuild();
+}
 
+void PoTimeAxis::buildAll(float start, float end) {
   setDateAxisRep();
-  buildAxisLine(axis.startCoord, axis.endCoord);
+  buildAxisLine(start, end);
   chooseLevels();
   buildTicksAndGrids();
   auto* texts = new SoGroup;
@@ -140,8 +141,7 @@ void PoTimeAxis::rebuild() {
   buildDateGrads(texts);
   const PiAxisAttributes& a = state().attributes;
   setElementFont("mainGradText", a.gradVisibility == VISIBILITY_ON, a.gradFontName, a.gradFontSize);
-  buildTitlePart(axis.startCoord, axis.endCoord);
-  postRebuild();
+  buildTitlePart(start, end);
 }
 
 void PoTimeAxis::saveAxisAttr() {

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::size_t kFirstSlots = 128;
+constexpr std::size_t kFirstQuadSlots = 128;
 
 }  // namespace
 
@@ -40,7 +40,7 @@ std::size_t PiQuadMerge::slotOf(const std::array<int, 4>& corners) const {
 }
 
 void PiQuadMerge::growSlots() {
-  m_slots.fill(m_slots.size() == 0 ? kFirstSlots : 4 * m_slots.size(), -1);
+  m_slots.fill(m_slots.size() == 0 ? kFirstQuadSlots : 4 * m_slots.size(), -1);
   m_next.reset(m_quadrangles.size());
   for (std::size_t i = 0; i < m_quadrangles.size(); ++i) {
     int& slot = m_slots[slotOf(m_quadrangles[i].corners)];
