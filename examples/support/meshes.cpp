@@ -241,10 +241,12 @@ void writeOcean() {
 
 // ---- Carbon dioxide at Mauna Loa ------------------------------------------------------------------------------------
 
-// The points of a curve above a level (side 1) or below it (-1); in between it runs along the level.
+// The points of a curve above a level (side 1) or below it (-1); in between it runs along the level. None if it is
+// nowhere there.
 std::vector<SbVec2f> pointsBeyond(const std::vector<SbVec2f>& points, float level, float side) {
-  const auto isBeyond = [&](const SbVec2f& point) { return (point[1] - level) * side >= 0; };
+  const auto isBeyond = [&](const SbVec2f& point) { return (point[1] - level) * side > 0; };
   std::vector<SbVec2f> beyond;
+  if (points.size() < 2 || std::none_of(points.begin(), points.end(), isBeyond)) return beyond;
   for (std::size_t i = 0; i < points.size(); ++i) {
     if (i > 0 && isBeyond(points[i]) != isBeyond(points[i - 1])) {
       float x = 0;
@@ -278,6 +280,7 @@ void writeCarbonDioxide(const std::string& name, const char* from, const char* t
   for (const std::vector<SbVec2f>& points : stretches) {
     for (const float side : {1.0F, -1.0F}) {
       const std::vector<SbVec2f> beyond = pointsBeyond(points, level, side);
+      if (beyond.empty()) continue;
       auto* filled = new PoCurve(static_cast<int>(beyond.size()), beyond.data(), PoCurve::CURVE_NONE);
       all->addChild(filled);
       filled->isCurveFilled = TRUE;

@@ -40,14 +40,17 @@ foreach(scene ${scenes})
   endforeach()
 
   file(READ ${FOLDER}/${name}.json about)
-  foreach(key title caption data)
+  foreach(key title caption)
     string(JSON value ERROR_VARIABLE problem GET "${about}" ${key})
     if(problem OR value STREQUAL "")
       message(SEND_ERROR "${name}.json has no ${key}")
-    elseif(key STREQUAL "data" AND NOT EXISTS "${DATA}/${value}/${value}.json")
-      message(SEND_ERROR "${name}.json: there is no data set ${value}")
     endif()
   endforeach()
+  # What shows no data set, such as axes alone, names none.
+  string(JSON value ERROR_VARIABLE problem GET "${about}" data)
+  if(NOT problem AND NOT EXISTS "${DATA}/${value}/${value}.json")
+    message(SEND_ERROR "${name}.json: there is no data set ${value}")
+  endif()
 endforeach()
 
 # Meshes that no scene draws yet can be read at least.
