@@ -124,7 +124,9 @@ class ORMELLE_API PoMesh3D : public PoMesh {
   template <class View>
   void makeLevelSurf(const View& view, const float* values);
   void makeLevelSurfOfCells(const float* values);
+  void joinStrips();
   void placeShape();
+  bool isColoredPerCell() const;
 
   std::unique_ptr<PiSurfaceStore> m_surface;
 };

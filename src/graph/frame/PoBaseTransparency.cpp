@@ -63,14 +63,20 @@ void forEachPart(const SoMFInt32& field, PerPart&& perPart) {
   }
 }
 
-/// Copies each run of at least `shortest` kept vertices with a -1 behind it.
-std::vector<int32_t> keptRuns(const SoMFInt32& coordIndex, const KeptMaterials& isKept, int shortest) {
+/// Copies each run of at least `shortest` kept vertices with a -1 behind it. In a strip every second triangle runs the
+/// other way round: a run that begins with such a one gives it a strip of its own, so that none is turned over.
+std::vector<int32_t> keptRuns(const SoMFInt32& coordIndex, const KeptMaterials& isKept, int shortest,
+                              bool areStrips = false) {
   std::vector<int32_t> kept;
   kept.reserve(static_cast<std::size_t>(coordIndex.getNum()));
   forEachPart(coordIndex, [&](const int32_t* vertices, int count) {
     int first = 0;
     for (int i = 0; i <= count; ++i) {
       if (i < count && isKept(vertices[i])) continue;
+      if (areStrips && i - first >= shortest && first % 2 != 0) {
+        kept.insert(kept.end(), {vertices[first + 1], vertices[first], vertices[first + 2], -1});
+        ++first;
+      }
       if (i - first >= shortest) {
         kept.insert(kept.end(), vertices + first, vertices + i);
         kept.push_back(-1);
@@ -175,7 +181,8 @@ SoShape* PoBase::deleteTransparencyParts(const PbDataMapping* mapping, const SoM
                                          int childIndex) {
   const KeptMaterials isKept(mapping, material);
   if (bindingOf(binding) <= SoMaterialBinding::PER_FACE_INDEXED) return nullptr;
-  return replaceWith(new SoIndexedTriangleStripSet, parent, childIndex, keptRuns(shape->coordIndex, isKept, 3), {});
+  return replaceWith(new SoIndexedTriangleStripSet, parent, childIndex, keptRuns(shape->coordIndex, isKept, 3, true),
+                     {});
 }
 
 SoShape* PoBase::deleteTransparencyParts(const PbDataMapping* mapping, const SoMaterial* material,

@@ -14,6 +14,7 @@
 #include "quillane/surface/PiIndexedLevelSurf.h"
 #include "quillane/surface/PiPairTable.h"
 #include "quillane/surface/PiQuadMerge.h"
+#include "quillane/surface/PiStripJoiner.h"
 #include "quillane/surface/PiSurfaceNormals.h"
 
 /// How often each pass of the surface has run in the life of a kit. For tests.
@@ -28,7 +29,7 @@ struct PiTopologyKey {
   int valuesIndex, filterIndex;
   float iso;
   int orientation;
-  bool areStrips;
+  bool areStrips, areJoined;
   bool operator==(const PiTopologyKey&) const = default;
 };
 struct PiNormalsKey {
@@ -67,7 +68,10 @@ struct PiSurfaceStore {
   PiNodeRef<SoIndexedShape> shape;
   bool isReduced = false;  ///< the group shows a shape without the transparent parts
 
-  bool areStrips = true;
+  /// A facet is a strip, and strips of several cells are joined unless each has its own colour.
+  bool areStrips = true, areJoined = true;
+  PiGrowBuffer<int> polygons;  ///< what the strips were joined from
+  PiStripJoiner joiner;
   float iso = 0;        ///< moved off the values of the nodes
   bool isMade = false;  ///< the mesh called back with its type
   PiVolumeTraits traits;
@@ -95,7 +99,7 @@ struct PiSurfaceStore {
   std::size_t memorySize() const {
     return points.pointMemorySize() + quadrangles.memorySize() + cells.capacity() * sizeof(int) +
            pointValues.capacity() * sizeof(float) + gridLevelSurf.memorySize() + indexedLevelSurf.memorySize() +
-           surfaceNormals.memorySize();
+           surfaceNormals.memorySize() + polygons.capacity() * sizeof(int) + joiner.memorySize();
   }
 
   static const PiSurfacePasses& passesOf(const PoMesh3D& kit) { return kit.m_surface->passes; }

@@ -88,7 +88,7 @@ void PoMesh3D::addOptQuadrangle(int p0, int p1, int p2, int p3, int cell) {
 void PoMesh3D::addLevelSurfOptQuadrangle() {
   m_surface->quadrangles.forEachShared([this](const PiQuadMerge::Quadrangle& quadrangle) {
     const auto& [a, b, c, d] = quadrangle.corners;
-    const bool areStrips = m_surface->areStrips;
+    const bool areStrips = m_surface->areStrips && !m_surface->areJoined;
     for (const int corner : {a, b, areStrips ? d : c, areStrips ? c : d, -1}) push_back_coord_index(corner);
     push_back_cell_index(quadrangle.cell);
   });

@@ -153,6 +153,7 @@ void PoMesh3D::meshLevelSurf(PbMesh3D* mesh) {
   m_currentMesh3D = mesh;
   if (m_currentColoring == COLOR_CONTOURING) m_currentColoring = COLOR_MAPPING;  // until bands can be cut
   updateSurfaceShapeBindings(surface.areStrips);
+  surface.areJoined = surface.areStrips && !isColoredPerCell();
   updateLevelSurfTopology(values, getIsosurfValue());
   if (m_currentColoring == COLOR_CONTOURING) {
     updateLevelSurfContouring();
@@ -179,7 +180,8 @@ void PoMesh3D::updateLevelSurfTopology(const float* values, float iso) {
                           filter ? filterIndex : -1,
                           iso,
                           getSurfOrientation(),
-                          surface.areStrips};
+                          surface.areStrips,
+                          surface.areJoined};
   if (surface.shape && surface.topologyKey == key) {
     nodes().coordinate = surface.coordinate.get();
     return;
@@ -222,7 +224,7 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
   input.values = values;
   input.iso = surface.iso;
   input.isToMax = (getSurfOrientation() != 0) == traits.isOutward;
-  input.asStrips = surface.areStrips;
+  input.asStrips = surface.areStrips && !surface.areJoined;
   input.moveOff = [this, values](float& iso) { adjustIsoval(m_currentMesh3D->getNumNodes(), values, iso); };
   if (const PoCellFilter* filter = getCellFilter()) {
     const int index = valuesIndexForCellFilter.getValue();
@@ -239,7 +241,11 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
   };
 
   SoMFInt32& indices = surface.shape->coordIndex;
-  const auto sizeIndices = [&indices](std::size_t count) {
+  const auto sizeIndices = [&surface, &indices](std::size_t count) -> int* {
+    if (surface.areJoined) {
+      surface.polygons.resize(count);
+      return surface.polygons.data();
+    }
     indices.setNum(static_cast<int>(count));
     return count == 0 ? nullptr : indices.startEditing();
   };
@@ -256,7 +262,10 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
   } else {
     surface.indexedLevelSurf.make(view.cells(), input, isMirrored, output);
   }
-  indices.finishEditing();
+  if (surface.areJoined)
+    joinStrips();
+  else
+    indices.finishEditing();
   surface.iso = output.iso;
 
   PiGrowBuffer<PiSurfacePoint>& points = surface.points.points();
@@ -267,6 +276,17 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
     places.finishEditing();
   }
   surface.isMade = true;
+}
+
+/// Gives the shape the strips that the polygons make.
+void PoMesh3D::joinStrips() {
+  PiSurfaceStore& surface = *m_surface;
+  SoMFInt32& indices = surface.shape->coordIndex;
+  surface.joiner.join(std::span<const int>(surface.polygons.data(), surface.polygons.size()));
+  indices.setNum(static_cast<int>(surface.joiner.numIndices()));
+  if (surface.joiner.numIndices() == 0) return;
+  surface.joiner.write(indices.startEditing());
+  indices.finishEditing();
 }
 
 void PoMesh3D::regularGrid3DLevelSurf(const PbRegularCartesianGrid3D* mesh, const float* values) {
@@ -294,6 +314,7 @@ void PoMesh3D::makeLevelSurfOfCells(const float* values) {
     return true;
   };
 
+  const bool asStrips = surface.areStrips && !surface.areJoined;
   std::vector<bool> flags;
   int ordering = -1;
   PbCellFilterIterator cells(&mesh, getCellFilter(), valuesIndexForCellFilter.getValue());
@@ -307,16 +328,23 @@ void PoMesh3D::makeLevelSurfOfCells(const float* values) {
       for (std::size_t n = 0; n < numNodes; ++n) flags[n] = isToMax ? values[n] > surface.iso : values[n] < surface.iso;
     }
     if (cell->getOrdering() == ordering)
-      cell->addLevelSurfPart(this, flags, surface.areStrips);
+      cell->addLevelSurfPart(this, flags, asStrips);
     else
-      withMirrored(*cell, [&](const PbCell& mirrored) { mirrored.addLevelSurfPart(this, flags, surface.areStrips); });
+      withMirrored(*cell, [&](const PbCell& mirrored) { mirrored.addLevelSurfPart(this, flags, asStrips); });
   }
   addLevelSurfOptQuadrangle();
 
   const PiIndexList& facets = buffers().cellIndices;
   surface.cells.reset(facets.size());
   std::copy(facets.data(), facets.data() + facets.size(), surface.cells.begin());
-  update_coord_index(surface.shape.get());
+  if (surface.areJoined) {
+    const PiIndexList& polygons = buffers().coordIndices;
+    surface.polygons.reset(polygons.size());
+    std::copy(polygons.data(), polygons.data() + polygons.size(), surface.polygons.begin());
+    joinStrips();
+  } else {
+    update_coord_index(surface.shape.get());
+  }
   SoMFVec3f& places = surface.coordinate->point;
   places.setNum(static_cast<int>(surface.points.size()));
   if (surface.points.size() == 0) return;

@@ -199,6 +199,11 @@ void PoMesh3D::updateLevelSurfPointValues(const float* colorValues) {
   }
 }
 
+bool PoMesh3D::isColoredPerCell() const {
+  return m_currentColoring != COLOR_INHERITED &&
+         m_currentMesh3D->getValuesBinding(valuesIndex.getValue()) == PbMesh::PER_CELL;
+}
+
 void PoMesh3D::updateLevelSurfColors(const float* values) {
   PiMeshNodes& made = nodes();
   PiSurfaceStore& surface = *m_surface;
@@ -219,7 +224,7 @@ void PoMesh3D::updateLevelSurfColors(const float* values) {
   made.material->transparency.setValue(0);
   if (isLevelData) {
     PiColorWriter(*m_currentDataMapping, *made.material, 1).set(0, getIsosurfValue());
-  } else if (m_currentMesh3D->getValuesBinding(index) == PbMesh::PER_CELL) {
+  } else if (isColoredPerCell()) {
     PiColorWriter colors(*m_currentDataMapping, *made.material, static_cast<int>(surface.cells.size()));
     int entry = 0;
     for (const int cell : surface.cells) colors.set(entry++, colorValues[cell]);

@@ -360,6 +360,7 @@ TEST_F(LevelSurfTest, TakesTransparentPartsAwayAndBringsThemBack) {
       for (const SoupTriangle& t : soup.triangles) {
         const SbVec3f outward = t[0].point - SbVec3f(5, 5, 5);
         for (const SoupVertex& v : t) EXPECT_GT(v.normal.dot(outward), 2);
+        EXPECT_GT((t[2].point - t[0].point).cross(t[1].point - t[0].point).dot(outward), -1e-5F);
       }
     }
     kit->setMesh(static_cast<PbMesh3D*>(nullptr));
