@@ -9,15 +9,18 @@
 #include "quillane/marching/PiFlatCases.h"
 #include "quillane/surface/PiNodeSides.h"
 
+/// How many points a cell has on the edges that begin at it, by case: on edges 0 to 3, and on edges 8 to 11. Member
+/// functions capture it, so it can't be unnamed to other sources.
+struct PiGridLevelSurfSteps {
+  std::array<int, 4> across, along;
+};
+
 namespace {
+
+using Steps = PiGridLevelSurfSteps;
 
 constexpr int kRowsInBlock = 512;
 constexpr std::uint16_t kMirrored = 256;
-
-/// How many points a cell has on the edges that begin at it, by case: on edges 0 to 3, and on edges 8 to 11.
-struct Steps {
-  std::array<int, 4> across, along;
-};
 
 const std::array<Steps, 256>& stepsOfCases() {
   static const auto steps = [] {
