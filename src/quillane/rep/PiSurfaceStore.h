@@ -10,6 +10,7 @@
 #include <Ormelle/PoMesh3D.h>
 
 #include "graph/toolkit/PiNodeRef.h"
+#include "quillane/contour/PiContouringFilled.h"
 #include "quillane/surface/PiGridLevelSurf.h"
 #include "quillane/surface/PiIndexedLevelSurf.h"
 #include "quillane/surface/PiPairTable.h"
@@ -79,6 +80,7 @@ struct PiSurfaceStore {
   PiGridLevelSurf gridLevelSurf;
   PiIndexedLevelSurf indexedLevelSurf;
   PiSurfaceNormals surfaceNormals;
+  PiContouringFilled contouring;
 
   std::optional<PiTopologyKey> topologyKey;
   std::optional<PiNormalsKey> normalsKey;

@@ -151,7 +151,6 @@ void PoMesh3D::meshLevelSurf(PbMesh3D* mesh) {
   surface.areStrips = isEnvironmentOn("ZEL_QUILLANE_USE_TRIANGLE_STRIP_SET");
   const float* values = getIsosurfDataSet();
   m_currentMesh3D = mesh;
-  if (m_currentColoring == COLOR_CONTOURING) m_currentColoring = COLOR_MAPPING;  // until bands can be cut
   updateSurfaceShapeBindings(surface.areStrips);
   surface.areJoined = surface.areStrips && !isColoredPerCell();
   updateLevelSurfTopology(values, getIsosurfValue());

@@ -265,4 +265,15 @@ void PoMesh3D::updateLevelSurfContouring() {
 
   ++surface.passes.contouring;
   updateLevelSurfPointValues(m_currentMesh3D->getValuesSet(valuesIndex.getValue()));
+  PiContouringFilled& bands = surface.contouring;
+  bands.setIsovaluesList(m_currentIsovaluesList);
+  bands.setDataMapping(m_currentDataMapping);
+  bands.initGeometry();
+  bands.setPoints(static_cast<int>(surface.points.size()), surface.coordinate.get());
+  const SoMFInt32& field = surface.shape->coordIndex;
+  bands.addPolygons(surface.areJoined
+                        ? std::span<const int>(surface.polygons.data(), surface.polygons.size())
+                        : std::span<const int>(field.getValues(0), static_cast<std::size_t>(field.getNum())));
+  made.materialBinding = new SoMaterialBinding;
+  bands.fillSurf(surface.pointValues.data(), &group, made.material, made.materialBinding);
 }

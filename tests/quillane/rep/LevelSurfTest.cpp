@@ -333,7 +333,37 @@ TEST_F(LevelSurfTest, RunsThePassesThatAChangeAsksFor) {
   EXPECT_EQ(passesOf([&] { kit->coloringType = PoMesh::COLOR_TEXTURE_CONTOURING; }),
             (PiSurfacePasses{0, 0, 0, 0, 1, 0}));
   EXPECT_EQ(passesOf([&] { kit->coloringType = PoMesh::COLOR_INHERITED; }), (PiSurfacePasses{}));
+  EXPECT_EQ(passesOf([&] { kit->coloringType = PoMesh::COLOR_CONTOURING; }), (PiSurfacePasses{0, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(passesOf([&] { kit->coloringType = PoMesh::COLOR_MAPPING; }), (PiSurfacePasses{0, 0, 1, 1, 0, 0}));
   kit->setMesh(static_cast<PbMesh3D*>(nullptr));
+}
+
+TEST_F(LevelSurfTest, BandsCoverTheSurface) {
+  const auto mapping = greyMapping();
+  PbIsovaluesList isovalues(-1, 60, 9);
+  for (const bool areStrips : {true, false}) {
+    useStrips(areStrips);
+    const auto mesh = volumeKinds()[7].make(8, 8, 8);
+    const std::vector<float> radii = valuesAt(*mesh, [](const SbVec3f& p) { return (p - SbVec3f(4, 4, 4)).length(); });
+    const std::vector<float> heights = valuesAt(*mesh, [](const SbVec3f& p) { return 7 * p[2] + 0.3F * p[0]; });
+    mesh->addValuesSet(1, heights.data(), PbMesh::PER_NODE, "heights");
+    kit->setDataMapping(mapping.get());
+    kit->setIsovaluesList(&isovalues);
+    kit->valuesIndex = 1;
+    kit->coloringType = PoMesh::COLOR_MAPPING;
+    show(*mesh, radii, 3.1F);
+    const double area = Soup::of(kit.get()).area();
+    for (int round = 0; round < 2; ++round) {
+      kit->coloringType = PoMesh::COLOR_CONTOURING;
+      Soup bands = Soup::of(kit.get());
+      EXPECT_NEAR(bands.area(), area, area * 0.01);
+      EXPECT_GT(bands.numColors(), 4);
+      EXPECT_LT(bands.numColors(), 10);
+      kit->coloringType = PoMesh::COLOR_MAPPING;
+      EXPECT_NEAR(Soup::of(kit.get()).area(), area, area * 1e-6);
+    }
+    kit->setMesh(static_cast<PbMesh3D*>(nullptr));
+  }
 }
 
 TEST_F(LevelSurfTest, TakesTransparentPartsAwayAndBringsThemBack) {
