@@ -123,7 +123,6 @@ void PiSkinDrawing::updateFacets(const PiSkinForm& form, bool arePolygons) {
 
   m_quads.clear();
   m_cells.clear();
-  m_usedPoints.clear();
   if (!arePolygons) {
     makeSides(*form.sides);
     return;
@@ -133,8 +132,14 @@ void PiSkinDrawing::updateFacets(const PiSkinForm& form, bool arePolygons) {
     PiFacetWriter facets(*m_faces.get(), m_cells, form.numFacets);
     form.writeFacets(*m_drawn, facets);
   }
-  if (form.sides) return;
-  std::vector<bool> isUsed(static_cast<std::size_t>(form.numPoints), false);
+}
+
+/// Lists the points that a facet has.
+void PiSkinDrawing::findUsedPoints() {
+  if (m_usedPointsOf == m_passes.facets) return;
+  m_usedPointsOf = m_passes.facets;
+  m_usedPoints.clear();
+  std::vector<bool> isUsed(static_cast<std::size_t>(numPoints()), false);
   const SoMFInt32& indices = m_faces->coordIndex;
   const std::int32_t* index = indices.getValues(0);
   for (int i = 0; i < indices.getNum(); ++i) {
@@ -160,7 +165,9 @@ void PiSkinDrawing::place(PiMeshNodes& nodes) {
     m_normalBinding.reset(new SoNormalBinding);
     m_normal.reset(new SoNormal);
   }
-  std::vector<SoNode*> wanted = {m_normalBinding.get(), m_normal.get(), m_coordinate.get()};
+  std::vector<SoNode*> wanted;
+  if (!nodes.normal) wanted = {m_normalBinding.get(), m_normal.get()};
+  wanted.push_back(m_coordinate.get());
   if (m_quads.empty()) wanted.push_back(m_faces.get());
   for (const auto& quads : m_quads) wanted.push_back(quads.get());
 
@@ -169,7 +176,7 @@ void PiSkinDrawing::place(PiMeshNodes& nodes) {
   const int first = group.getNumChildren() - numWanted;
   const auto isBinding = [&](const SoNode* child) {
     return child == nodes.shapeHints || child == nodes.materialBinding || child == nodes.textureCoordinate ||
-           child == nodes.textureCoordinateBinding;
+           child == nodes.textureCoordinateBinding || child == nodes.normalBinding || child == nodes.normal;
   };
   bool isThere = first >= 0;
   for (int child = 0; isThere && child < group.getNumChildren(); ++child)
@@ -220,6 +227,7 @@ void PiSkinDrawing::colorPoints(const PiSkinLook& look, SoMaterial& material) {
   if (m_sides) {
     for (int point = 0; point < num; ++point) colors.set(point, values[point]);
   } else {
+    findUsedPoints();
     for (int point = 0; point < num; ++point) colors.setUnused(point);
     for (const int point : m_usedPoints) colors.set(point, values[point]);
   }
@@ -245,7 +253,9 @@ void PiSkinDrawing::drawBands(const PiSkinLook& look, PiMeshNodes& nodes) {
   ++m_passes.contouring;
   SoGroup& group = *nodes.group;
   for (int child = group.getNumChildren() - 1; child >= 0; --child)
-    if (group.getChild(child) != nodes.shapeHints) group.removeChild(child);
+    if (SoNode* node = group.getChild(child);
+        node != nodes.shapeHints && node != nodes.normalBinding && node != nodes.normal)
+      group.removeChild(child);
   nodes.textureCoordinate = nullptr;
   nodes.textureCoordinateBinding = nullptr;
 
@@ -258,6 +268,7 @@ void PiSkinDrawing::drawBands(const PiSkinLook& look, PiMeshNodes& nodes) {
   m_bands.fillSurf(pointValues(look), nodes.group, nodes.material, nullptr);
   nodes.materialBinding = lastOf<SoMaterialBinding>(group);
   nodes.coordinate = lastOf<SoCoordinate3>(group);
+  if (nodes.normal) return;
   m_normalBinding.reset(new SoNormalBinding);
   m_normal.reset(new SoNormal);
   const int place = std::max(0, group.findChild(nodes.coordinate));
@@ -269,6 +280,7 @@ void PiSkinDrawing::drawBands(const PiSkinLook& look, PiMeshNodes& nodes) {
 
 void PiSkinDrawing::light(const PiSkinLook& look, PiMeshNodes& nodes, bool isReduced) {
   m_isReduced = isReduced;
+  if (nodes.normal) return;
   const bool areBands = look.coloring == PoMesh::COLOR_CONTOURING;
   const bool areSides = !areBands && m_sides;
   const NormalsKey key{m_passes.points, m_passes.facets, !areSides, areSides ? 0 : look.creaseAngle};

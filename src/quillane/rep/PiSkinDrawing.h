@@ -69,13 +69,14 @@ struct PiSkinPasses {
 /// them, and their normals are in the shapes.
 class PiSkinDrawing {
  public:
-  /// Brings the group and the material of `nodes` up to date.
+  /// Brings the group and the material of `nodes` up to date. If they have a normal, it is that of all facets.
   void draw(const PiSkinForm& form, const PiSkinLook& look, PiMeshNodes& nodes);
   /// Makes the normals of what is drawn. `isReduced` tells that since draw() parts were taken out of the shape.
   void light(const PiSkinLook& look, PiMeshNodes& nodes, bool isReduced);
   void forget();
 
   static const PiSkinPasses& passesOf(const PoMeshSkin& kit) { return kit.m_drawing->m_passes; }
+  static int numFacetsOf(const PoMeshSkin& kit) { return static_cast<int>(kit.m_drawing->m_cells.size()); }
   std::size_t memorySize() const;
 
  private:
@@ -115,6 +116,7 @@ class PiSkinDrawing {
   void updatePoints(const PiSkinForm& form, const PiSkinLook& look);
   void updateFacets(const PiSkinForm& form, bool arePolygons);
   void makeSides(const PiGridSides& sides);
+  void findUsedPoints();
   void updateColors(const PiSkinLook& look, PiMeshNodes& nodes);
   void colorPoints(const PiSkinLook& look, SoMaterial& material);
   void updateTextures(const PiSkinLook& look, PiMeshNodes& nodes);
@@ -137,8 +139,9 @@ class PiSkinDrawing {
 
   std::optional<PiDrawnNodes> m_drawn;
   std::vector<int> m_pointNodes;  // empty if the points are the nodes
-  std::vector<int> m_usedPoints;  // those that a facet has; only kept for points of a whole mesh
-  PiGrowBuffer<int> m_cells;      // of each facet
+  std::vector<int> m_usedPoints;  // those that a facet has, as of a run of the facets pass
+  int m_usedPointsOf = 0;
+  PiGrowBuffer<int> m_cells;  // of each facet
   std::vector<float> m_values;
   PiSurfaceNormals m_surfaceNormals;
   PiContouringFilled m_bands;

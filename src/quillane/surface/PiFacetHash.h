@@ -45,7 +45,7 @@ class PiHashedCell {
     for (int n = 0; n < Kind::kNum; ++n) m_mixed[n] = PiFacetHash::mix(nodes[n]);
   }
 
-  /// Calls `use(smallest node, hash, facet)` for each facet; the last gives the local nodes.
+  /// Calls `use(smallest node, hash, number of the facet)` for each facet.
   template <class Use>
   void forEachFacet(Use&& use) const {
     each(use, Indices());
@@ -61,18 +61,19 @@ class PiHashedCell {
 
   template <class Use, std::size_t... kFacet>
   void each(Use& use, std::index_sequence<kFacet...>) const {
-    (use(smallestNode<kFacet>(m_nodes), hash<kFacet>(), Kind::kFacets[kFacet]), ...);
+    (use(smallestNode<kFacet>(m_nodes), hash<kFacet>(), static_cast<std::uint32_t>(kFacet)), ...);
   }
   template <class Use, std::size_t... kFacet>
   static void eachSmallest(const int* nodes, Use& use, std::index_sequence<kFacet...>) {
     (use(smallestNode<kFacet>(nodes)), ...);
   }
   template <std::size_t kFacet>
-  static int smallestNode(const int* nodes) {
+  static std::uint32_t smallestNode(const int* nodes) {
     constexpr PiFacet kF = Kind::kFacets[kFacet];
-    const int three = std::min(std::min(nodes[kF.nodes[0]], nodes[kF.nodes[1]]), nodes[kF.nodes[2]]);
+    const auto node = [=](int local) { return static_cast<std::uint32_t>(nodes[kF.nodes[local]]); };
+    const std::uint32_t three = std::min(std::min(node(0), node(1)), node(2));
     if constexpr (kF.numNodes == 4)
-      return std::min(three, nodes[kF.nodes[3]]);
+      return std::min(three, node(3));
     else
       return three;
   }

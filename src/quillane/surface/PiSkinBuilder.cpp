@@ -14,6 +14,7 @@
 #include <Ormelle/PbIndexedMesh3D.h>
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 #include <span>
 
@@ -27,8 +28,8 @@ struct PiSkinBuilder::Cells {
 
   std::size_t num() const { return chosen ? chosen->size() : static_cast<std::size_t>(all.numCells()); }
 
-  /// Calls `use(kind, cell, nodes)` for the cells from `begin` to `end` of those chosen, but for cells that aren't
-  /// whole.
+  /// Calls `use(kind, i, cell, nodes)` for the i-th of the cells chosen, from `begin` to `end`, but for cells that
+  /// aren't whole.
   template <class Use>
   void forEach(std::size_t begin, std::size_t end, const Use& use) const {
     if (chosen)
@@ -45,7 +46,7 @@ struct PiSkinBuilder::Cells {
     else if (all.areAllWhole() && all.cellSize() == PiTetrahedronKind::kNum)
       forEachOfKind<PiTetrahedronKind>(cellAt, begin, end, use);
     else
-      for (std::size_t i = begin; i < end; ++i) ofAnyKind(cellAt(i), use);
+      for (std::size_t i = begin; i < end; ++i) ofAnyKind(i, cellAt(i), use);
   }
   template <class Kind, class CellAt, class Use>
   void forEachOfKind(const CellAt& cellAt, std::size_t begin, std::size_t end, const Use& use) const {
@@ -59,21 +60,21 @@ struct PiSkinBuilder::Cells {
         __builtin_prefetch(later);
         __builtin_prefetch(later + Kind::kNum - 1);
       }
-      use(Kind(), cell, nodes + static_cast<std::size_t>(cell) * Kind::kNum);
+      use(Kind(), i, cell, nodes + static_cast<std::size_t>(cell) * Kind::kNum);
     }
   }
   template <class Use>
-  void ofAnyKind(int cell, const Use& use) const {
+  void ofAnyKind(std::size_t i, int cell, const Use& use) const {
     const std::span<const int> nodes = all.whole(cell);
     switch (nodes.size()) {
       case PiTetrahedronKind::kNum:
-        return use(PiTetrahedronKind(), cell, nodes.data());
+        return use(PiTetrahedronKind(), i, cell, nodes.data());
       case PiPyramidKind::kNum:
-        return use(PiPyramidKind(), cell, nodes.data());
+        return use(PiPyramidKind(), i, cell, nodes.data());
       case PiWedgeKind::kNum:
-        return use(PiWedgeKind(), cell, nodes.data());
+        return use(PiWedgeKind(), i, cell, nodes.data());
       case PiHexahedronKind::kNum:
-        return use(PiHexahedronKind(), cell, nodes.data());
+        return use(PiHexahedronKind(), i, cell, nodes.data());
       default:
         return;
     }
@@ -86,6 +87,50 @@ namespace {
 std::uint32_t scaled(PiFacetHash::Word hash, std::uint32_t num) {
   return static_cast<std::uint32_t>(((hash >> 32) * num) >> 32);
 }
+
+/// Facet `facet` of a solid of `numNodes` nodes.
+const PiFacet& facetOf(std::size_t numNodes, std::uint32_t facet) {
+  switch (numNodes) {
+    case PiTetrahedronKind::kNum:
+      return PiTetrahedronKind::kFacets[facet];
+    case PiPyramidKind::kNum:
+      return PiPyramidKind::kFacets[facet];
+    case PiWedgeKind::kNum:
+      return PiWedgeKind::kFacets[facet];
+    default:
+      return PiHexahedronKind::kFacets[facet];
+  }
+}
+
+/// The nodes of a facet of a cell; a triangle has kNoNode for the fourth.
+struct FacetNodes {
+  FacetNodes(const int* cell, const PiFacet& facet)
+      : nodes{cell[facet.nodes[0]], cell[facet.nodes[1]], cell[facet.nodes[2]],
+              facet.numNodes == 4 ? cell[facet.nodes[3]] : PiMeshSkin::kNoNode} {}
+
+  bool isSameSet(FacetNodes other) const {
+    FacetNodes own = *this;
+    own.sort();
+    other.sort();
+    return std::equal(own.nodes, own.nodes + 4, other.nodes);
+  }
+
+  int nodes[4];
+
+ private:
+  void order(int a, int b) {
+    const int smaller = std::min(nodes[a], nodes[b]);
+    nodes[b] = std::max(nodes[a], nodes[b]);
+    nodes[a] = smaller;
+  }
+  void sort() {
+    order(0, 1);
+    order(2, 3);
+    order(0, 2);
+    order(1, 3);
+    order(1, 2);
+  }
+};
 
 /// The part `index` of 0 .. num when it is cut into `parts`.
 struct Part {
@@ -108,7 +153,8 @@ void PiSkinBuilder::build(const PbMesh3D& mesh, const std::vector<int>* accepted
 }
 
 std::size_t PiSkinBuilder::getMemorySize() const {
-  std::size_t size = m_buckets.capacity() * sizeof(std::uint32_t) + m_isAccepted.capacity();
+  std::size_t size =
+      m_buckets.capacity() * sizeof(std::uint32_t) + m_openCells.capacity() * sizeof(int) + m_isAccepted.capacity();
   for (const Share& share : m_shares)
     size += share.parities.capacity() * sizeof(PiFacetHash::Word) + share.openCells.capacity() * sizeof(int) +
             share.counts.capacity() * sizeof(std::uint32_t) + share.facets.memorySize();
@@ -121,9 +167,12 @@ void PiSkinBuilder::buildIndexed(const Cells& cells, PiMeshSkin& skin) {
   const std::uint32_t numOpenNodes = numberOpenNodes();
   findOpenCells(cells, numOpenNodes);
   shareOpenNodes(numOpenNodes);
+  m_openCells.clear();
+  for (const Share& share : m_shares)
+    m_openCells.insert(m_openCells.end(), share.openCells.begin(), share.openCells.end());
   PiParallel::run(static_cast<int>(m_shares.size()),
                   [&](int s) { compareFacets(cells.all, m_shares[static_cast<std::size_t>(s)]); });
-  store(skin);
+  store(cells.all, skin);
 }
 
 /// As many shares as threads that have enough to do, but no more than memory allows.
@@ -142,9 +191,9 @@ void PiSkinBuilder::pairFacets(const Cells& cells) {
     share.parities.assign(static_cast<std::size_t>(cells.all.numNodes()), 0);
     PiFacetHash::Word* parities = share.parities.data();
     const Part part(cells.num(), static_cast<std::size_t>(s), m_shares.size());
-    cells.forEach(part.begin, part.end, [parities](auto kind, int, const int* nodes) {
+    cells.forEach(part.begin, part.end, [parities](auto kind, std::size_t, int, const int* nodes) {
       PiHashedCell<decltype(kind)>(nodes).forEachFacet(
-          [parities](int smallest, PiFacetHash::Word hash, const PiFacet&) { parities[smallest] ^= hash; });
+          [parities](std::uint32_t smallest, PiFacetHash::Word hash, std::uint32_t) { parities[smallest] ^= hash; });
     });
   });
 }
@@ -183,12 +232,13 @@ void PiSkinBuilder::findOpenCells(const Cells& cells, std::uint32_t numOpenNodes
     share.counts.assign(static_cast<std::size_t>(numOpenNodes) + 1, 0);  // that of closed nodes stands first
     std::uint32_t* counts = share.counts.data();
     const Part part(cells.num(), static_cast<std::size_t>(s), m_shares.size());
-    cells.forEach(part.begin, part.end, [=, &share](auto kind, int cell, const int* nodes) {
+    cells.forEach(part.begin, part.end, [=, &share](auto kind, std::size_t, int cell, const int* nodes) {
       PiFacetHash::Word isOpen = 0;
       for (int n = 0; n < kind.kNum; ++n) isOpen |= numbers[nodes[n]];
       if (isOpen == 0) return;
       share.openCells.push_back(cell);
-      PiHashedCell<decltype(kind)>::forEachSmallest(nodes, [=](int smallest) { ++counts[numbers[smallest]]; });
+      PiHashedCell<decltype(kind)>::forEachSmallest(nodes,
+                                                    [=](std::uint32_t smallest) { ++counts[numbers[smallest]]; });
     });
   });
 }
@@ -223,30 +273,51 @@ void PiSkinBuilder::compareFacets(const PiConnectivity& cells, Share& share) con
   const std::uint32_t num = share.end - share.begin;
   const std::uint32_t firstBucket = buckets[0];
   PiFacetSet& facets = share.facets;
-  facets.reset(buckets[num] - firstBucket);
-  for (const Share& other : m_shares) {
-    Cells{cells, &other.openCells}.forEach(
-        0, other.openCells.size(), [=, &facets](auto kind, int cell, const int* nodes) {
-          PiHashedCell<decltype(kind)>(nodes).forEachFacet([=, &facets](int smallest, PiFacetHash::Word hash,
-                                                                        const PiFacet& facet) {
-            const PiFacetHash::Word node = numbers[smallest] - first;  // too big for a closed node, too
-            if (node >= num) return;
-            const std::uint32_t bucket = buckets[node] - firstBucket + scaled(hash, buckets[node + 1] - buckets[node]);
-            facets.toggle(bucket, static_cast<std::uint32_t>(hash), cell, nodes[facet.nodes[0]], nodes[facet.nodes[1]],
-                          nodes[facet.nodes[2]], facet.numNodes == 4 ? nodes[facet.nodes[3]] : PiMeshSkin::kNoNode);
-          });
+  facets.reset(buckets[num] - firstBucket, m_openCells.size());
+  Cells{cells, &m_openCells}.forEach(
+      0, m_openCells.size(),
+      [&, numbers, buckets, first, num, firstBucket](auto kind, std::size_t i, int, const int* nodes) {
+        using Kind = decltype(kind);
+        PiHashedCell<Kind>(nodes).forEachFacet([&](std::uint32_t smallest, PiFacetHash::Word hash,
+                                                   std::uint32_t facet) {
+          const PiFacetHash::Word node = numbers[smallest] - first;  // too big for a closed node, too
+          if (node >= num) return;
+          const std::uint32_t bucket = buckets[node] - firstBucket + scaled(hash, buckets[node + 1] - buckets[node]);
+          facets.toggle(bucket, static_cast<std::uint32_t>(hash), static_cast<std::uint32_t>(8 * i) + facet,
+                        [&](std::uint32_t other) {
+                          const std::span<const int> otherNodes = cells.whole(m_openCells[other / 8]);
+                          const FacetNodes theirs(otherNodes.data(), facetOf(otherNodes.size(), other % 8));
+                          return FacetNodes(nodes, Kind::kFacets[facet]).isSameSet(theirs);
+                        });
         });
-  }
+      });
 }
 
-void PiSkinBuilder::store(PiMeshSkin& skin) const {
-  std::vector<std::size_t> first = {0};
-  for (const Share& share : m_shares) first.push_back(first.back() + share.facets.size());
+/// Writes the facets in the order of their cells.
+void PiSkinBuilder::store(const PiConnectivity& cells, PiMeshSkin& skin) const {
+  const auto facetsOf = [this](std::size_t cell) {
+    unsigned facets = 0;
+    for (const Share& share : m_shares) facets |= share.facets.facetsOf(cell);
+    return facets;
+  };
+  const std::size_t numParts = m_shares.size();
+  std::vector<std::size_t> first(numParts + 1, 0);
+  PiParallel::run(static_cast<int>(numParts), [&](int p) {
+    const Part part(m_openCells.size(), static_cast<std::size_t>(p), numParts);
+    std::size_t num = 0;
+    for (std::size_t cell = part.begin; cell < part.end; ++cell)
+      num += static_cast<std::size_t>(std::popcount(facetsOf(cell)));
+    first[static_cast<std::size_t>(p) + 1] = num;
+  });
+  std::partial_sum(first.begin(), first.end(), first.begin());
   skin.resize(first.back());
-  PiParallel::run(static_cast<int>(m_shares.size()), [&](int s) {
-    std::size_t place = first[static_cast<std::size_t>(s)];
-    m_shares[static_cast<std::size_t>(s)].facets.forEach(
-        [&](const PiFacetSet::Facet& facet) { skin.set(place++, facet.cell, facet.nodes); });
+  PiParallel::run(static_cast<int>(numParts), [&](int p) {
+    const Part part(m_openCells.size(), static_cast<std::size_t>(p), numParts);
+    std::size_t place = first[static_cast<std::size_t>(p)];
+    Cells{cells, &m_openCells}.forEach(part.begin, part.end, [&](auto kind, std::size_t i, int cell, const int* nodes) {
+      for (unsigned facets = facetsOf(i); facets != 0; facets &= facets - 1)
+        skin.set(place++, cell, FacetNodes(nodes, kind.kFacets[std::countr_zero(facets)]).nodes);
+    });
   });
 }
 
@@ -287,27 +358,19 @@ void PiSkinBuilder::buildGrid(const PbGrid3D& grid, const std::vector<int>* acce
     }
 }
 
-/// A mesh class of the application has cells, and that is all there is to know of it.
+/// A mesh class of the application has cells, and that is all there is to know of it: their nodes are copied.
 void PiSkinBuilder::buildAny(const PbMesh3D& mesh, const std::vector<int>* accepted, PiMeshSkin& skin) {
-  m_shares.resize(1);
-  PiFacetSet& facets = m_shares[0].facets;
-  const std::size_t numCells = accepted ? accepted->size() : static_cast<std::size_t>(mesh.getNumCells());
-  facets.reset(2 * numCells + 1);
-  PbArrayOfInt nodes;
-  for (std::size_t c = 0; c < numCells; ++c) {
-    const int index = accepted ? (*accepted)[c] : static_cast<int>(c);
+  std::vector<int> nodes, sizes;
+  PbArrayOfInt nodesOfCell;
+  for (int index = 0; index < mesh.getNumCells(); ++index) {
+    sizes.push_back(0);
     const PbCell* cell = mesh.getTopoCell(index);
-    for (int f = 0; cell && f < cell->getNumFacets(); ++f) {
-      cell->getNodesIndexOfFacet(f, nodes);
-      const int num = nodes.getNum();
-      const int* node = nodes.get();
-      if ((num != 3 && num != 4) || std::any_of(node, node + num, [](int n) { return n < 0; })) continue;
-      PiFacetHash::Word sum = 0;
-      for (int n = 0; n < num; ++n) sum += PiFacetHash::mix(node[n]);
-      const PiFacetHash::Word hash = PiFacetHash::finish(sum);
-      facets.toggle(scaled(hash, static_cast<std::uint32_t>(facets.numBuckets())), static_cast<std::uint32_t>(hash),
-                    index, node[0], node[1], node[2], num == 4 ? node[3] : PiMeshSkin::kNoNode);
-    }
+    if (!cell || cell->getNumFacets() < 4) continue;
+    cell->getNodesIndex(nodesOfCell);
+    nodes.insert(nodes.end(), nodesOfCell.get(), nodesOfCell.get() + nodesOfCell.getNum());
+    sizes.back() = nodesOfCell.getNum();
   }
-  store(skin);
+  PiConnectivity cells(3, 0);
+  cells.set(mesh.getNumNodes(), static_cast<int>(sizes.size()), nodes.data(), sizes.data(), 0);
+  buildIndexed({cells, accepted}, skin);
 }

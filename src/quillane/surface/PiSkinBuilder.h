@@ -28,10 +28,10 @@ class PiSkinBuilder {
   /// The share of one thread.
   struct Share {
     std::vector<PiFacetHash::Word> parities;  ///< for each node
-    std::vector<int> openCells;               ///< cells with an open node
+    std::vector<int> openCells;               ///< of its cells those with an open node
     std::vector<std::uint32_t> counts;        ///< for each open node, the facets of those cells that it is smallest of
     std::uint32_t begin = 0, end = 0;         ///< open nodes whose facets this share compares
-    PiFacetSet facets;
+    PiFacetSet facets;                        ///< of those; their cells are places in m_openCells
   };
 
   void buildIndexed(const Cells& cells, PiMeshSkin& skin);
@@ -44,9 +44,10 @@ class PiSkinBuilder {
   void findOpenCells(const Cells& cells, std::uint32_t numOpenNodes);
   void shareOpenNodes(std::uint32_t numOpenNodes);
   void compareFacets(const PiConnectivity& cells, Share& share) const;
-  void store(PiMeshSkin& skin) const;
+  void store(const PiConnectivity& cells, PiMeshSkin& skin) const;
 
   std::vector<Share> m_shares;
+  std::vector<int> m_openCells;            // of all shares
   std::vector<std::uint32_t> m_buckets;    // the first bucket of each open node, and the end
   std::vector<std::uint8_t> m_isAccepted;  // of each cell of a grid
 };
