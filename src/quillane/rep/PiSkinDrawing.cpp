@@ -130,7 +130,7 @@ void PiSkinDrawing::updateFacets(const PiSkinForm& form, bool arePolygons) {
   if (!m_faces) m_faces.reset(new SoIndexedFaceSet);
   {
     PiFacetWriter facets(*m_faces.get(), m_cells, form.numFacets);
-    form.writeFacets(*m_drawn, facets);
+    form.writeFacets(m_coordinate->point.getValues(0), *m_drawn, facets);
   }
 }
 

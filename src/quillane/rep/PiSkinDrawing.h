@@ -38,8 +38,8 @@ struct PiSkinForm {
   const PiGridSides* sides = nullptr;  ///< null where the facets are of any shape
   /// Fills in the points: those of the nodes listed, or of all nodes if the list is empty.
   std::function<void(const std::vector<int>& nodes, SbVec3f* points)> readPoints;
-  /// Writes the facets of which all can be drawn.
-  std::function<void(const PiDrawnNodes& drawn, PiFacetWriter& facets)> writeFacets;
+  /// Writes the facets of which all can be drawn; `points` are those that were read.
+  std::function<void(const SbVec3f* points, const PiDrawnNodes& drawn, PiFacetWriter& facets)> writeFacets;
 };
 
 /// How a skin is to look.

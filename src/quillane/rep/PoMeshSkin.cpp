@@ -119,7 +119,7 @@ void PoMeshSkin::drawSides(const PbMesh3D& mesh, const View& view) {
   form.numPoints = sides.numPoints();
   form.numFacets = static_cast<std::size_t>(sides.numFacets());
   form.readPoints = pointReader(view);
-  form.writeFacets = [&](const PiDrawnNodes&, PiFacetWriter& facets) {
+  form.writeFacets = [&](const SbVec3f*, const PiDrawnNodes&, PiFacetWriter& facets) {
     sides.forEachFacet([&](int cell, const int(&corners)[4]) { facets.add(cell, corners, false); });
   };
   draw(mesh, form);
@@ -139,8 +139,8 @@ void PoMeshSkin::drawFacets(const PbMesh3D& mesh, const View& view, const PoCell
   form.numPoints = view.numNodes();
   form.numFacets = static_cast<std::size_t>(skin.getNumFacets());
   form.readPoints = pointReader(view);
-  form.writeFacets = [&](const PiDrawnNodes& drawn, PiFacetWriter& facets) {
-    forEachSkinFacet(view, skin,
+  form.writeFacets = [&](const SbVec3f* points, const PiDrawnNodes& drawn, PiFacetWriter& facets) {
+    forEachSkinFacet(view, points, skin,
                      [&](int cell, std::span<const int> cellNodes, std::span<const int> facetNodes, bool isReversed) {
                        if (drawn.areAll() ||
                            std::all_of(cellNodes.begin(), cellNodes.end(), [&](int node) { return drawn.has(node); }))

@@ -306,7 +306,7 @@ void PiSkinBuilder::store(const PiConnectivity& cells, PiMeshSkin& skin) const {
     const Part part(m_openCells.size(), static_cast<std::size_t>(p), numParts);
     std::size_t num = 0;
     for (std::size_t cell = part.begin; cell < part.end; ++cell)
-      num += static_cast<std::size_t>(std::popcount(facetsOf(cell)));
+      for (unsigned facets = facetsOf(cell); facets != 0; facets &= facets - 1) ++num;
     first[static_cast<std::size_t>(p) + 1] = num;
   });
   std::partial_sum(first.begin(), first.end(), first.begin());

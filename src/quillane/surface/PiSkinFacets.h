@@ -29,11 +29,17 @@ class PiCellNodesOf {
   int m_nodes[8];
 };
 
+struct PiPointsOfNodes {
+  const SbVec3f* points;
+  SbVec3f point(int node) const { return points[node]; }
+};
+
 /// Calls `use(cell, cellNodes, facetNodes, isReversed)` for each facet of the skin, which must be that of the mesh of
-/// the view: `isReversed` tells that the nodes run anticlockwise for who looks from outside, as those of a cell with
-/// ordering 1 do.
+/// the view; `points` holds the place of each of its nodes. `isReversed` tells that the nodes run anticlockwise for who
+/// looks from outside, as those of a cell with ordering 1 do.
 template <PiView3D View, class Use>
-void forEachSkinFacet(const View& view, const PiMeshSkin& skin, Use&& use) {
+void forEachSkinFacet(const View& view, const SbVec3f* points, const PiMeshSkin& skin, Use&& use) {
+  const PiPointsOfNodes places{points};
   PiCellNodesOf<View> nodesOf(view);
   std::span<const int> nodes;
   int cell = -1;
@@ -42,7 +48,7 @@ void forEachSkinFacet(const View& view, const PiMeshSkin& skin, Use&& use) {
     if (skin.getCell(facet) != cell) {
       cell = skin.getCell(facet);
       nodes = nodesOf(cell);
-      isReversed = !nodes.empty() && signedCornerVolume(view, nodes) > 0;
+      isReversed = !nodes.empty() && signedCornerVolume(places, nodes) > 0;
     }
     if (!nodes.empty()) use(cell, nodes, skin.getNodes(facet), isReversed);
   }

@@ -206,9 +206,13 @@ static_assert(PiGridView3DLike<PiGridView3D<PiNodeCoords3D>> && PiGridView3DLike
 static_assert(PiGridView3DLike<PiGridView3D<PiAxisCoords3D>> && PiView3D<PiIndexedView3D>);
 
 /// Which way round the nodes of a solid run: above 0 where PbCell::getOrdering() is 1; 0 where node 0 and the three
-/// beside it lie in a plane. In double, so that it neither vanishes nor overflows.
-template <PiView3D View>
-double signedCornerVolume(const View& view, std::span<const int> nodes) {
+/// beside it lie in a plane. In double, so that it neither vanishes nor overflows. A view serves, or anything else that
+/// has the points of the nodes.
+template <class Points>
+requires requires(const Points points, int node) {
+  { points.point(node) } -> std::same_as<SbVec3f>;
+}
+double signedCornerVolume(const Points& view, std::span<const int> nodes) {
   const PiCellTopology& topology = nodes.size() == 4   ? PiTopology::kTetrahedron
                                    : nodes.size() == 5 ? PiTopology::kPyramid
                                    : nodes.size() == 6 ? PiTopology::kWedge
