@@ -10,6 +10,9 @@ class PbIndexedMesh3D;
 class PbMesh3D;
 class PbParalCartesianGrid3D;
 class PbRegularCartesianGrid3D;
+class PiCrossContour;
+class SoGroup;
+class SoIndexedLineSet;
 struct PiSurfaceStore;
 
 /// Root of the kits that draw a volume mesh. It makes the surface that kits show of a volume: where a set of values,
@@ -72,6 +75,22 @@ class ORMELLE_API PoMesh3D : public PoMesh {
                                int& ok, int* points);
   /// @}
 
+  /// @name Outlines of sections by the plane a*x + b*y + c*z = d
+  /// They put the lines where the plane meets the outside of a mesh into `lines`, two points and -1 a segment, and the
+  /// points into `coordinates`. If `values` isn't null, it has one value for each node, and the values of the points
+  /// take the place of those collected, for mapColor(). They return the number of segments.
+  /// @{
+  int getRegularGrid3DCrossContour(const PbRegularCartesianGrid3D* mesh, const float* values, float a, float b, float c,
+                                   float d, SoIndexedLineSet* lines, SoCoordinate3* coordinates);
+  int getParalCartGrid3DCrossContour(const PbParalCartesianGrid3D* mesh, const float* values, float a, float b, float c,
+                                     float d, SoIndexedLineSet* lines, SoCoordinate3* coordinates);
+  int getCartGrid3DCrossContour(const PbCartesianGrid3D* mesh, const float* values, float a, float b, float c, float d,
+                                SoIndexedLineSet* lines, SoCoordinate3* coordinates);
+  /// The same for the mesh of this rebuild, of whatever class, and the cells that the cell filter accepts. If there are
+  /// segments, coordinates and a SoIndexedLineSet are appended to `group`.
+  int makeCrossContour(float a, float b, float c, float d, const float* values, SoGroup* group);
+  /// @}
+
   /// @name Called back by the mesh whose level surface is made
   /// @{
   void regularGrid3DLevelSurf(const PbRegularCartesianGrid3D* mesh, const float* values);
@@ -108,6 +127,9 @@ class ORMELLE_API PoMesh3D : public PoMesh {
   void removeSurface(const char* groupPart);
   /// @}
 
+  /// Cuts outlines, and keeps its memory from one to the next.
+  PiCrossContour& crossContour();
+
   PbMesh3D* m_currentMesh3D = nullptr;  ///< settled by preRebuild()
 
  private:
@@ -127,6 +149,9 @@ class ORMELLE_API PoMesh3D : public PoMesh {
   void joinStrips();
   void placeShape();
   bool isColoredPerCell() const;
+
+  int getCrossContour(const PbMesh3D& mesh, const float* values, float a, float b, float c, float d,
+                      SoIndexedLineSet& lines, SoCoordinate3& coordinates);
 
   std::unique_ptr<PiSurfaceStore> m_surface;
 };

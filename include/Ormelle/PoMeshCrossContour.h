@@ -5,7 +5,7 @@
 
 #include <Ormelle/PoMesh3D.h>
 
-struct PiCrossContourState;
+struct PiSectionNodes;
 
 /// Draws the outline of the section of a volume mesh by a plane: the lines where the plane meets the outside of the
 /// mesh.
@@ -37,7 +37,6 @@ class ORMELLE_API PoMeshCrossContour : public PoMesh3D {
   PoMeshCrossContour();
 
   void rebuild() override;
-  std::size_t getMemorySize() const override;
 
   /// @name Called back by the mesh that is cut
   /// @{
@@ -56,7 +55,7 @@ class ORMELLE_API PoMeshCrossContour : public PoMesh3D {
  private:
   void cutOutside(const PbMesh3D& mesh);
 
-  std::unique_ptr<PiCrossContourState> m_contour;
+  std::unique_ptr<PiSectionNodes> m_nodes;
 };
 
 #endif

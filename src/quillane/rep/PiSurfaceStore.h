@@ -11,6 +11,7 @@
 
 #include "graph/toolkit/PiNodeRef.h"
 #include "quillane/contour/PiContouringFilled.h"
+#include "quillane/surface/PiCrossContour.h"
 #include "quillane/surface/PiGridLevelSurf.h"
 #include "quillane/surface/PiIndexedLevelSurf.h"
 #include "quillane/surface/PiPairTable.h"
@@ -81,6 +82,7 @@ struct PiSurfaceStore {
   PiIndexedLevelSurf indexedLevelSurf;
   PiSurfaceNormals surfaceNormals;
   PiContouringFilled contouring;
+  PiCrossContour crossContour;
 
   std::optional<PiTopologyKey> topologyKey;
   std::optional<PiNormalsKey> normalsKey;
@@ -101,7 +103,8 @@ struct PiSurfaceStore {
   std::size_t memorySize() const {
     return points.pointMemorySize() + quadrangles.memorySize() + cells.capacity() * sizeof(int) +
            pointValues.capacity() * sizeof(float) + gridLevelSurf.memorySize() + indexedLevelSurf.memorySize() +
-           surfaceNormals.memorySize() + polygons.capacity() * sizeof(int) + joiner.memorySize();
+           surfaceNormals.memorySize() + polygons.capacity() * sizeof(int) + joiner.memorySize() +
+           crossContour.memorySize();
   }
 
   static const PiSurfacePasses& passesOf(const PoMesh3D& kit) { return kit.m_surface->passes; }

@@ -15,13 +15,7 @@
 
 PO_KIT_SOURCE(PoMeshCrossContour)
 
-/// What an outline keeps from one rebuild to the next.
-struct PiCrossContourState {
-  PiCrossContour contour;
-  PiSectionNodes nodes;
-};
-
-PoMeshCrossContour::PoMeshCrossContour() : m_contour(std::make_unique<PiCrossContourState>()) {
+PoMeshCrossContour::PoMeshCrossContour() : m_nodes(std::make_unique<PiSectionNodes>()) {
   PO_KIT_CONSTRUCTOR(PoMeshCrossContour);
   PO_KIT_ADD_CATALOG_ENTRY(groupCrossContour, SoGroup, alternateRep);
   PO_KIT_ADD_FIELD(plane, (SbPlane(SbVec3f(1, 0, 0), 0)));
@@ -32,10 +26,6 @@ PoMeshCrossContour::PoMeshCrossContour() : m_contour(std::make_unique<PiCrossCon
 }
 
 PoMeshCrossContour::~PoMeshCrossContour() = default;
-
-std::size_t PoMeshCrossContour::getMemorySize() const {
-  return inherited::getMemorySize() + m_contour->contour.memorySize();
-}
 
 void PoMeshCrossContour::addElementsAllCaches() {
   inherited::addElementsAllCaches();
@@ -70,10 +60,10 @@ void PoMeshCrossContour::cutOutside(const PbMesh3D& mesh) {
   const bool isMapped = m_currentColoring != COLOR_INHERITED && values.areThere();
   m_currentColoring = isMapped ? COLOR_MAPPING : COLOR_INHERITED;
   if (!isMapped) values = PiSectionValues(mesh, -1);
-  m_contour->contour.cut(mesh, {PiSectionPlane(plane.getValue()), values.ofNodes, getCellFilter()},
-                         valuesIndexForCellFilter.getValue());
-  PiSectionBuilder({m_currentColoring, values.ofCells, m_currentDataMapping}, nodes(), m_contour->nodes)
-      .buildLines(m_contour->contour.section);
+  crossContour().cut(mesh, {PiSectionPlane(plane.getValue()), values.ofNodes, getCellFilter()},
+                     valuesIndexForCellFilter.getValue());
+  PiSectionBuilder({m_currentColoring, values.ofCells, m_currentDataMapping}, nodes(), *m_nodes)
+      .buildLines(crossContour().section);
 }
 
 void PoMeshCrossContour::regularGrid3DCrossContour(const PbRegularCartesianGrid3D* mesh) { cutOutside(*mesh); }
