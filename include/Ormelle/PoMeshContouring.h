@@ -29,6 +29,8 @@ struct PiIsolineStyle;
 /// greater side of `annotClippingPolygon`, or without it the length at which the domain shows its sides (its length in
 /// x if they are equal). So give a domain that fits the mesh; the default one is 1 long.
 ///
+/// On a mesh with heights a label rises with its line, is tilted across as the surface is, and lies just above it.
+///
 /// Styles are the application's: `majorContourLineApp` and its like are its appearance kits, of which
 /// `annotTextApp` and `annotBackgroundApp` start with the light model `BASE_COLOR`.
 ///
@@ -128,6 +130,8 @@ class ORMELLE_API PoMeshContouring : public PoMesh2D {
   /// @}
 
   void rebuild() override;
+
+  std::size_t getMemorySize() const override;
 
  protected:
   ~PoMeshContouring() override;

@@ -232,9 +232,6 @@ PiPlacedLabel PiLabelPlacement::makeLabel(std::size_t line, const Place& place) 
       turn.multVec(label.up, label.up);
     }
   }
-  const SbVec3f along = label.direction * static_cast<float>(box.halfWidth);
-  const SbVec3f across = label.up * static_cast<float>(box.halfHeight);
-  const SbVec3f& middle = label.position;
-  label.corners = {middle - along - across, middle - along + across, middle + along + across, middle + along - across};
+  label.placeCorners();
   return label;
 }

@@ -26,6 +26,14 @@ struct PiPlacedLabel {
   SbVec3f direction, up;           ///< unit vectors along the text and across it
   std::array<SbVec3f, 4> corners;  ///< lower left, upper left, upper right, lower right
   PiLabelBox box;                  ///< its room in the plane, before it is tilted
+
+  /// Puts the corners where the other members say they are.
+  void placeCorners() {
+    const SbVec3f along = direction * static_cast<float>(box.halfWidth);
+    const SbVec3f across = up * static_cast<float>(box.halfHeight);
+    corners = {position - along - across, position - along + across, position + along + across,
+               position + along - across};
+  }
 };
 
 /// Fits labels to lines: a label lies with its middle on its line and touches neither a boundary, nor the sides of a

@@ -39,6 +39,10 @@ class PiLabelSpace {
   SbVec2f map(const SbVec2f& point) const {
     return SbVec2f((point[0] - m_origin[0]) * m_factor[0], (point[1] - m_origin[1]) * m_factor[1]);
   }
+  float mapHeight(float z) const { return (z - m_origin[2]) * m_factor[2]; }
+  SbVec2f unmap(const SbVec2f& point) const {
+    return SbVec2f(point[0] / m_factor[0] + m_origin[0], point[1] / m_factor[1] + m_origin[1]);
+  }
   /// Takes what was mapped back.
   SbMatrix inverse() const {
     SbMatrix matrix = SbMatrix::identity();

@@ -118,11 +118,12 @@ void Drawing::addLabels(std::span<const PiPolyline> boundary) {
   if (m_style.isMinorForbidden)
     for (const DrawnLine& line : m_minor) lines.push_back({line.points, 0, 0, true});
 
-  PiLabelPlacement placement(m_style.path, m_style.gap, m_style.isTilted);
+  PiLabelPlacement placement(m_style.path, m_style.gap, bool(m_style.heightsAt));
   placement.setBoundary(boundary);
   placement.setClippingPolygon(m_style.polygon);
-  const std::vector<PiPlacedLabel> placed = placement.place(lines);
+  std::vector<PiPlacedLabel> placed = placement.place(lines);
   if (placed.empty()) return;
+  if (m_style.heightsAt) drapeLabels(placed, m_style.heightsAt);
 
   std::vector<PiLabelNodes::Label> labels;
   for (const PiPlacedLabel& label : placed) labels.push_back({&label, m_major[label.line].isovalue});

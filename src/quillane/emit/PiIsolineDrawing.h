@@ -7,8 +7,8 @@
 #include <Inventor/SbVec2f.h>
 
 #include "quillane/contour/PiContouringLines.h"
+#include "quillane/contour/PiLabelDraping.h"
 #include "quillane/contour/PiLabelPlacement.h"
-#include "quillane/contour/PiLabelSpace.h"
 
 class PbDataMapping;
 class PbIsovaluesList;
@@ -31,10 +31,10 @@ struct PiIsolineStyle {
   bool isMajorForbidden = false;  ///< whether labels keep off other major lines
   bool isMinorForbidden = false;
   bool hasBox = false;
-  bool isClipped = false;  ///< whether lines are cut where a label is; no effect with boxes
-  float gap = 1;           ///< along a line between its labels
-  float size = 0.04F;      ///< of the font
-  bool isTilted = false;
+  bool isClipped = false;            ///< whether lines are cut where a label is; no effect with boxes
+  float gap = 1;                     ///< along a line between its labels
+  float size = 0.04F;                ///< of the font
+  PiHeightsAt heightsAt;             ///< of the surface that labels lie on; none if it is flat
   std::span<const SbVec2f> polygon;  ///< that labels stay in
   const PbNumericDisplayFormat* format = nullptr;
   const PbMiscTextAttr* attributes = nullptr;

@@ -19,6 +19,8 @@
 #include <vector>
 
 #include "nodes/attribute/PiEnumField.h"
+#include "quillane/contour/PiLabelSpace.h"
+#include "quillane/contour/PiSurfaceHeights.h"
 #include "quillane/emit/PiIsolineDrawing.h"
 #include "quillane/rep/PiBoundary.h"
 #include "quillane/rep/PiMeshInputs.h"
@@ -60,6 +62,14 @@ class FittingSpace {
     mapped.reserve(points.size());
     for (const SbVec3f& point : points) mapped.push_back(m_space.map(point));
     return mapped;
+  }
+  std::vector<float> heightsAt(const PiSurfaceHeights& surface, std::span<const SbVec2f> places) const {
+    if (!m_space.isMapped()) return surface.at(places);
+    std::vector<SbVec2f> unmapped(places.begin(), places.end());
+    for (SbVec2f& place : unmapped) place = m_space.unmap(place);
+    std::vector<float> heights = surface.at(unmapped);
+    for (float& height : heights) height = m_space.mapHeight(height);
+    return heights;
   }
   /// The corners of a polygon that is one; none otherwise.
   std::vector<SbVec2f> map(const SoMFVec2f& polygon) const {
@@ -204,6 +214,10 @@ void PoMeshContouring::preRebuild() {
       m_workers->attributes.resolve(isTraversed, isTraversed ? PoMiscTextAttrElement::get(getState()) : nullptr);
 }
 
+std::size_t PoMeshContouring::getMemorySize() const {
+  return inherited::getMemorySize() + m_workers->lines.memorySize();
+}
+
 void PoMeshContouring::rebuild() {
   preRebuild();
   for (const char* part :
@@ -246,7 +260,13 @@ void PoMeshContouring::drawContourLines(PbMesh2D& mesh, const float* values) {
   for (const PiBoundaryPiece& piece : boundary.pieces()) limits.push_back(fitting.map(piece.points));
   const std::vector<SbVec2f> polygon = fitting.map(annotClippingPolygon);
   style.polygon = polygon;
-  style.isTilted = z != nullptr;
+  if (z) {
+    style.heightsAt = [&](std::span<const SbVec2f> places) {
+      PiSurfaceHeights surface;
+      mesh.meshContouring(&surface, z);
+      return fitting.heightsAt(surface, places);
+    };
+  }
   setLabelStyle(style, polygon.empty() ? space.referenceLength() : greaterSide(polygon));
   setLineParts(drawIsolines(style, lines, limits));
   if (!space.isMapped()) return;
