@@ -13,6 +13,7 @@
 #include <Ormelle/PoMesh3D.h>
 #include <Ormelle/PoMeshCrossContour.h>
 #include <Ormelle/PoMeshCrossSection.h>
+#include <Ormelle/PoMeshSkeleton.h>
 #include <Ormelle/PoMeshSkin.h>
 
 #include "quillane/marching/PiLevelSurfPart.h"
@@ -100,10 +101,19 @@ void PbIndexedMesh3D::meshSkinFilter(PoMeshSkin* rep, const PoCellFilter* filter
   rep->indexedMeshSkinFilter(this, filter);
 }
 
-// --- skeleton -------------------------------------------------------------------------------------------------------
-// That kit isn't there yet.
+// --- skeleton --------------------------------------------------------------------------------------------------------
 
-void PbRegularCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
-void PbParalCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
-void PbCartesianGrid3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
-void PbIndexedMesh3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
+void PbRegularCartesianGrid3D::meshSkeleton(PoMeshSkeleton* rep, const float* values, float* x, float* y,
+                                            float* z) const {
+  rep->regularGrid3DSkeleton(this, values, x, y, z);
+}
+void PbParalCartesianGrid3D::meshSkeleton(PoMeshSkeleton* rep, const float* values, float* x, float* y,
+                                          float* z) const {
+  rep->paralCartGrid3DSkeleton(this, values, x, y, z);
+}
+void PbCartesianGrid3D::meshSkeleton(PoMeshSkeleton* rep, const float* values, float* x, float* y, float* z) const {
+  rep->cartGrid3DSkeleton(this, values, x, y, z);
+}
+void PbIndexedMesh3D::meshSkeleton(PoMeshSkeleton* rep, const float* values, float* x, float* y, float* z) const {
+  rep->indexedMeshSkeleton(this, values, x, y, z);
+}

@@ -13,6 +13,7 @@
 #include <Ormelle/PoMeshLimit.h>
 #include <Ormelle/PoMeshLines.h>
 #include <Ormelle/PoMeshSides.h>
+#include <Ormelle/PoMeshSkeleton.h>
 #include <Ormelle/PoMeshSkin.h>
 
 #include "graph/frame/PiClassTable.h"
@@ -25,8 +26,9 @@ namespace {
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
 constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D),    PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
                                       PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit), PI_CLASS(PoMeshContouring)};
-constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D), PI_CLASS(PoMeshSkin), PI_CLASS(PoMeshLevelSurf),
-                                     PI_CLASS(PoMeshCrossSection), PI_CLASS(PoMeshCrossContour)};
+constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D),           PI_CLASS(PoMeshSkin),
+                                     PI_CLASS(PoMeshLevelSurf),    PI_CLASS(PoMeshCrossSection),
+                                     PI_CLASS(PoMeshCrossContour), PI_CLASS(PoMeshSkeleton)};
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
                                    PI_TABLES(PbWedgeCell)};
 
