@@ -18,6 +18,7 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
+#include <limits>
 #include <stdexcept>
 
 #include "Atmosphere.h"
@@ -239,6 +240,55 @@ void writeOcean() {
   write("ocean", volume);
 }
 
+// The mean of each node and twice itself with its neighbours along an axis: i, j or k is the node's place on it.
+void smoothAlong(std::vector<float>& values, int num, int step) {
+  const std::vector<float> before = values;
+  for (std::size_t node = 0; node < values.size(); ++node) {
+    const int place = static_cast<int>(node) / step % num;
+    const std::size_t back = place > 0 ? static_cast<std::size_t>(step) : 0;
+    const std::size_t on = place + 1 < num ? static_cast<std::size_t>(step) : 0;
+    values[node] = (before[node - back] + 2 * before[node] + before[node + on]) / 4;
+  }
+}
+
+// The ocean from 60 degrees south to 65 north, from 20 degrees east once round, so that the Pacific lies in the middle.
+// Set 0 is the oxygen; set 1 is 1 in the sea and 0 on land, and in between where the two meet. A kilometre of depth is
+// as long as ten degrees. Below the lowest layer is one of land, so that the sea has a floor everywhere.
+void writeOceanFrom20East() {
+  const DataSet data("ocean_oxygen");
+  const std::vector<float> meridians = data.floats("x"), parallels = data.floats("y"), depths = data.floats("z");
+  const int numX = sizeOf(meridians), numY = sizeOf(parallels), numZ = sizeOf(depths);
+  const std::vector<float> oxygen = lastIndexFastest(data.floats("oxygen_saturation"), numX, numY, numZ);
+  std::vector<float> longitudes, latitudes, heights, values, water;
+  for (const float depth : depths) heights.push_back(-depth / 100);
+  heights.push_back(heights.back() - 5);
+  for (const float latitude : parallels)
+    if (latitude > -60 && latitude < 66) latitudes.push_back(latitude);
+  const int firstY =
+      static_cast<int>(std::find(parallels.begin(), parallels.end(), latitudes.front()) - parallels.begin());
+  const int firstX = static_cast<int>(std::find_if(meridians.begin(), meridians.end(), [](float x) { return x > 20; }) -
+                                      meridians.begin());
+  for (int i = firstX; i < firstX + numX; ++i) {
+    longitudes.push_back(meridians[static_cast<std::size_t>(i % numX)] + (i < numX ? 0 : 360));
+    for (int j = firstY; j < firstY + sizeOf(latitudes); ++j)
+      for (int k = 0; k <= numZ; ++k) {
+        const int given = (i % numX * numY + j) * numZ + k;
+        values.push_back(k < numZ ? oxygen[static_cast<std::size_t>(given)] : std::numeric_limits<float>::quiet_NaN());
+        water.push_back(std::isnan(values.back()) ? 0.0F : 1.0F);
+      }
+  }
+  for (int pass = 0; pass < 2; ++pass) {
+    smoothAlong(water, numX, sizeOf(latitudes) * sizeOf(heights));
+    smoothAlong(water, sizeOf(latitudes), sizeOf(heights));
+    smoothAlong(water, sizeOf(heights), 1);
+  }
+  auto* volume = new PoParalCartesianGrid3D;
+  volume->setGeometry(numX, sizeOf(latitudes), sizeOf(heights), longitudes.data(), latitudes.data(), heights.data());
+  volume->addValuesSet(0, values.data(), kOxygen);
+  volume->addValuesSet(1, water.data(), "part of water");
+  write("ocean_from_20E", volume);
+}
+
 // ---- Carbon dioxide at Mauna Loa ------------------------------------------------------------------------------------
 
 // The points of a curve above a level (side 1) or below it (-1); in between it runs along the level. None if it is
@@ -362,6 +412,7 @@ int main(int argc, char** argv) {
     writeTerrain();
     writeAtmosphere();
     writeOcean();
+    writeOceanFrom20East();
     writeCarbonDioxide("mauna_loa_1958", "1958-01-01", "2002-01-01", 16071, 340);
     writeCarbonDioxide("mauna_loa_1962", "1962-07-01", "1965-12-31", 1279, 320);
     writeChesapeakeBay();
