@@ -12,6 +12,8 @@
 #include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
 #include <Ormelle/PoCellFilter.h>
+#include <Ormelle/PoLinearDataMapping.h>
+#include <Ormelle/PoRegularCartesianGrid3D.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -27,6 +29,7 @@
 #include "quillane/rep/TestGrid.h"
 #include "quillane/rep/VolumeSamples.h"
 #include "support/NodePtr.h"
+#include "support/SceneText.h"
 #include "support/Soup.h"
 
 namespace {
@@ -322,7 +325,8 @@ TEST_F(LevelSurfTest, RunsThePassesThatAChangeAsksFor) {
   };
   EXPECT_EQ(passesOf([] {}), (PiSurfacePasses{}));
   EXPECT_EQ(passesOf([&] { kit->levelValue = 2.3F; }), (PiSurfacePasses{1, 1, 1, 1, 0, 0}));
-  EXPECT_EQ(passesOf([&] { mapping->setValues(0, SbColor(1, 0, 0), 100, SbColor(1, 1, 1)); }), (PiSurfacePasses{0, 0, 0, 1, 0, 0}));
+  EXPECT_EQ(passesOf([&] { mapping->setValues(0, SbColor(1, 0, 0), 100, SbColor(1, 1, 1)); }),
+            (PiSurfacePasses{0, 0, 0, 1, 0, 0}));
   EXPECT_EQ(passesOf([&] { mesh->addValuesSet(1, radii.data(), PbMesh::PER_NODE, "radii"); }),
             (PiSurfacePasses{0, 0, 0, 1, 0, 0}));
   EXPECT_EQ(passesOf([&] { kit->creaseAngle = 1; }), (PiSurfacePasses{0, 0, 1, 0, 0, 0}));
@@ -420,6 +424,52 @@ TEST_F(LevelSurfTest, IsTheSameToTheByteForAnyNumberOfThreads) {
     PiParallel::setNumThreads(0);
     kit->setMesh(static_cast<PbMesh3D*>(nullptr));
   }
+}
+
+TEST_F(LevelSurfTest, OutlivesItsMeshAndBringsBackWhatWasTakenFromItsGroup) {
+  auto mesh = volumeKinds()[0].make(5, 5, 5);
+  const std::vector<float> heights = valuesAt(*mesh, [](const SbVec3f& p) { return p[2]; });
+  kit->creaseAngle = 1;
+  show(*mesh, heights, 1.5F);
+  group()->removeAllChildren();
+  kit->levelValue = 2.5F;
+  EXPECT_NEAR(Soup::of(kit.get()).area(), 25, 1e-4);
+  NodePtr<PoMeshLevelSurf> copy(static_cast<PoMeshLevelSurf*>(kit->copy()));
+  copy->levelValue = 3.5F;
+  EXPECT_NEAR(Soup::of(copy.get()).box().getMax()[2], 3.5F, 1e-5);
+  EXPECT_NEAR(Soup::of(kit.get()).box().getMax()[2], 2.5F, 1e-5);
+  mesh.reset();
+  EXPECT_TRUE(Soup::of(kit.get()).triangles.empty());
+  EXPECT_TRUE(Soup::of(copy.get()).triangles.empty());
+  EXPECT_EQ(kit->getPart("groupLevelSurf", FALSE), nullptr);
+}
+
+TEST_F(LevelSurfTest, FindsAllItNeedsOnTheState) {
+  NodePtr<SoSeparator> written(new SoSeparator);
+  auto* grid = new PoRegularCartesianGrid3D;
+  written->addChild(grid);
+  grid->setGeometry(3, 2, 2, 0, 0, 0, 2, 1, 1);
+  const float values[] = {0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2};
+  grid->addValuesSet(0, values, "x");
+  auto* mapping = new PoLinearDataMapping;
+  written->addChild(mapping);
+  mapping->value2 = 2;
+  mapping->color2 = SbColor(1, 1, 1);
+  auto* surface = new PoMeshLevelSurf;
+  written->addChild(surface);
+  surface->valuesIndex = 0;
+  surface->levelValue = 0.5F;
+  surface->surfOrientation = PoMeshLevelSurf::ORIENTED_TO_MIN;
+  surface->coloringType = PoMesh::COLOR_MAPPING;
+  const NodePtr<SoSeparator> root = sceneOf(textOf(written.get()));
+  ASSERT_TRUE(root);
+  const Soup soup = Soup::of(root.get());
+  EXPECT_NEAR(soup.area(), 1, 1e-6);
+  EXPECT_NEAR(soup.triangles.at(0)[0].color[0], 0.25, 1e-5);
+  EXPECT_LT(soup.triangles.at(0)[0].normal[0], -0.99F);
+  const std::string text = textOf(root->getChild(2));
+  EXPECT_NE(text.find("surfOrientation ORIENTED_TO_MIN"), std::string::npos) << text;
+  EXPECT_EQ(text.find("groupLevelSurf Group"), std::string::npos);
 }
 
 TEST_F(LevelSurfTest, UsesTheColouringSetWithoutALevelSetAndNothingForValuesOfCells) {
