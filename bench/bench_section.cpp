@@ -1,8 +1,11 @@
 // Sections of volumes by planes, on the inputs that peers are measured with.
 
 #include <Ormelle/PbHexahedronMesh3D.h>
+#include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
 #include <Ormelle/PbTetrahedronMesh3D.h>
+#include <Ormelle/PoMeshCrossSection.h>
+#include <Ormelle/PoOrmelle.h>
 #include <benchmark/benchmark.h>
 
 #include <cmath>
@@ -66,6 +69,35 @@ void cut(benchmark::State& state, const Mesh& mesh, const float* values) {
   state.counters["MB"] = static_cast<double>(section.memorySize()) / 1e6;
 }
 
+// The rebuild of a kit, by either method, without colours (range 2 is 0) or with a colour for each point.
+void rebuild(benchmark::State& state, PbMesh3D& mesh, const std::vector<float>& values) {
+  PoOrmelle::init();
+  mesh.addValuesSet(0, values.data(), PbMesh::PER_NODE, "gyroid");
+  PbLinearDataMapping mapping;
+  mapping.setValues(-1, SbColor(0, 0, 1), 1, SbColor(1, 0, 0));
+  auto* kit = new PoMeshCrossSection;
+  kit->ref();
+  kit->setMesh(&mesh);
+  kit->setCrossSectionMethod(static_cast<PoMeshCrossSection::CrossSectionMethod>(state.range(1)));
+  if (state.range(2)) {
+    kit->setDataMapping(&mapping);
+    kit->valuesIndex = 0;
+    kit->coloringType = PoMesh::COLOR_MAPPING;
+  }
+  int turn = 0;
+  const auto next = [&] {
+    const PiSectionPlane plane = obliquePlane(turn++);
+    kit->plane = SbPlane(SbVec3f(plane.a, plane.b, plane.c), plane.d);
+    kit->rebuild();
+  };
+  for (int warmUp = 0; warmUp < 4; ++warmUp) next();
+  for (auto _ : state) next();
+  state.counters["MB"] = static_cast<double>(kit->getMemorySize()) / 1e6;
+  kit->setMesh(static_cast<PbMesh3D*>(nullptr));
+  kit->unref();
+  PoOrmelle::finish();
+}
+
 void cutRegular(benchmark::State& state) {
   const int num = static_cast<int>(state.range(0));
   const std::vector<float> values = Workloads::regularValues(num, &Workloads::gyroid);
@@ -91,5 +123,31 @@ void cutTetrahedra(benchmark::State& state) {
   cut(state, mesh, cube.values.data());
 }
 BENCHMARK(cutTetrahedra)->Arg(50)->Arg(100)->Unit(benchmark::kMillisecond);
+
+void rebuildHexahedra(benchmark::State& state) {
+  const Volume& volume = volumeOf(static_cast<int>(state.range(0)), false);
+  const auto& cube = volume.cube;
+  PbHexahedronMesh3D mesh(static_cast<int>(cube.x.size()), cube.x.data(), cube.y.data(), cube.z.data(),
+                          static_cast<int>(volume.cells.size() / 8), volume.cells.data(), 0);
+  rebuild(state, mesh, cube.values);
+}
+BENCHMARK(rebuildHexahedra)->ArgsProduct({{200}, {1, 2}, {0, 1}})->Unit(benchmark::kMillisecond);
+
+void rebuildTetrahedra(benchmark::State& state) {
+  const Volume& volume = volumeOf(static_cast<int>(state.range(0)), true);
+  const auto& cube = volume.cube;
+  PbTetrahedronMesh3D mesh(static_cast<int>(cube.x.size()), cube.x.data(), cube.y.data(), cube.z.data(),
+                           static_cast<int>(volume.cells.size() / 4), volume.cells.data(), 0);
+  rebuild(state, mesh, cube.values);
+}
+BENCHMARK(rebuildTetrahedra)->ArgsProduct({{100}, {1, 2}, {0, 1}})->Unit(benchmark::kMillisecond);
+
+void rebuildRegular(benchmark::State& state) {
+  const int num = static_cast<int>(state.range(0));
+  const std::vector<float> values = Workloads::regularValues(num, &Workloads::gyroid);
+  PbRegularCartesianGrid3D mesh(num, num, num, -1, -1, -1, 1, 1, 1, 0);
+  rebuild(state, mesh, values);
+}
+BENCHMARK(rebuildRegular)->ArgsProduct({{257}, {1, 2}, {0, 1}})->Unit(benchmark::kMillisecond);
 
 }  // namespace
