@@ -12,6 +12,7 @@
 #include <memory>
 
 #include "Workloads.h"
+#include "graph/frame/PiParallel.h"
 #include "quillane/surface/PiMeshSection.h"
 
 namespace {
@@ -45,6 +46,7 @@ const Volume& volumeOf(int numCells, bool areTetrahedra) {
 
 template <class Mesh>
 void cut(benchmark::State& state, const Mesh& mesh, const float* values) {
+  PiParallel::setNumThreads(1);
   PiMeshSection section;
   int turn = 0;
   double area = 0;
@@ -72,6 +74,7 @@ void cut(benchmark::State& state, const Mesh& mesh, const float* values) {
 // The rebuild of a kit, by either method, without colours (range 2 is 0) or with a colour for each point.
 void rebuild(benchmark::State& state, PbMesh3D& mesh, const std::vector<float>& values) {
   PoOrmelle::init();
+  PiParallel::setNumThreads(1);
   mesh.addValuesSet(0, values.data(), PbMesh::PER_NODE, "gyroid");
   PbLinearDataMapping mapping;
   mapping.setValues(-1, SbColor(0, 0, 1), 1, SbColor(1, 0, 0));

@@ -1,6 +1,8 @@
 #ifndef ORMELLE_POMESH3D_H
 #define ORMELLE_POMESH3D_H
 
+#include <memory>
+
 #include <Inventor/SbVec3f.h>
 
 #include <Ormelle/PoMesh.h>
@@ -10,9 +12,11 @@ class PbIndexedMesh3D;
 class PbMesh3D;
 class PbParalCartesianGrid3D;
 class PbRegularCartesianGrid3D;
+class PiCellBlocks;
 class PiCrossContour;
 class SoGroup;
 class SoIndexedLineSet;
+struct PiSectionPlane;
 struct PiSurfaceStore;
 
 /// Root of the kits that draw a volume mesh. It makes the surface that kits show of a volume: where a set of values,
@@ -121,6 +125,9 @@ class ORMELLE_API PoMesh3D : public PoMesh {
   void updateSurfaceShapeBindings(int perPart);
   /// Brings the level surface in the group up to date with its inputs.
   void meshLevelSurf(PbMesh3D* mesh);
+  /// Says that the next level surface is the section of an indexed mesh by a plane whose blocks of cells these are;
+  /// null says that it isn't.
+  void setSectionBlocks(std::shared_ptr<const PiCellBlocks> blocks, const PiSectionPlane& plane);
   /// Hands the group, the material and the texture to the parts, and takes the transparent parts away.
   void showSurface(const char* groupPart);
   /// Clears the parts and forgets all nodes.

@@ -96,6 +96,7 @@ class ORMELLE_API PoMeshCrossSection : public PoMesh3D {
   friend struct PiSectionState;
 
   bool isIntersected(const PbMesh3D& mesh) const;
+  void prepareSurface();
   void showIntersection(const PbMesh3D& mesh);
   template <class Mesh>
   void intersect(const Mesh& mesh);

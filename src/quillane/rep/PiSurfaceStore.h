@@ -83,6 +83,8 @@ struct PiSurfaceStore {
   PiSurfaceNormals surfaceNormals;
   PiContouringFilled contouring;
   PiCrossContour crossContour;
+  std::shared_ptr<const PiCellBlocks> blocks;  ///< of the indexed mesh, for the section by `plane`
+  PiSectionPlane plane{1, 0, 0, 0};
 
   std::optional<PiTopologyKey> topologyKey;
   std::optional<PiNormalsKey> normalsKey;

@@ -233,6 +233,8 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
       return filter->acceptCell(cell, cell < numValues ? filterValues[cell] : 0.0F) != 0;
     };
   }
+  input.blocks = surface.blocks.get();
+  input.plane = surface.plane;
   if (!traits.areFinite) input.isNodeFinite = [&view](int node) { return isFinite(view.point(node)); };
   const auto isMirrored = [&view, isOutward = traits.isOutward](std::span<const int> nodes) {
     const double volume = signedCornerVolume(view, nodes);

@@ -157,6 +157,11 @@ void PoMesh3D::showSurface(const char* groupPart) {
   }
 }
 
+void PoMesh3D::setSectionBlocks(std::shared_ptr<const PiCellBlocks> blocks, const PiSectionPlane& plane) {
+  m_surface->blocks = std::move(blocks);
+  m_surface->plane = plane;
+}
+
 void PoMesh3D::removeSurface(const char* groupPart) {
   clearZelNodes();
   m_surface->forget();

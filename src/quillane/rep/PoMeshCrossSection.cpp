@@ -93,6 +93,7 @@ void PoMeshCrossSection::rebuild() {
       showIntersection(*mesh);
     } else {
       startSurface();
+      prepareSurface();
       meshLevelSurf(mesh);
       showSurface("groupCrossSection");
     }
@@ -111,6 +112,13 @@ const float* PoMeshCrossSection::getIsosurfDataSet() {
       m_currentColoring == COLOR_INHERITED ? nullptr : PiSectionValues(*m_currentMesh3D, index).ofNodes;
   return m_section->distances.update(*m_currentMesh3D, PiSectionPlane(plane.getValue()), values,
                                      m_currentMesh3D->getFltDataSetId(index));
+}
+
+void PoMeshCrossSection::prepareSurface() {
+  std::shared_ptr<const PiCellBlocks> blocks;
+  const auto* mesh = dynamic_cast<const PbIndexedMesh3D*>(m_currentMesh3D);
+  if (mesh && getIsosurfDataSet()) blocks = PiCellBlocks::of(*mesh);
+  setSectionBlocks(std::move(blocks), m_section->distances.plane());
 }
 
 float PoMeshCrossSection::getIsosurfValue() { return plane.getValue().getDistanceFromOrigin(); }

@@ -6,6 +6,7 @@
 #include <limits>
 #include <numeric>
 
+#include "graph/frame/PiParallel.h"
 #include "quillane/surface/PiVolumeCells.h"
 
 namespace {
@@ -108,27 +109,38 @@ void PiCellBlocks::build(const Cells& cells) {
 // Gives the mean girth of the blocks over that of the cells.
 template <class Cells>
 float PiCellBlocks::boundBlocks(const Cells& source) {
-  Cells cells = source;
-  const auto numBlocks = static_cast<std::size_t>((static_cast<long long>(m_numCells) + kBlockSize - 1) / kBlockSize);
+  static constexpr std::size_t kBlocksInTask = 1 << 13;
+  const auto numCells = static_cast<std::size_t>(m_numCells), numBlocks = (numCells + kBlockSize - 1) / kBlockSize;
   for (std::vector<float>& bound : m_bounds) bound.resize(numBlocks);
-  double girthOfBlocks = 0, girthOfCells = 0;
-  for (std::size_t block = 0; block < numBlocks; ++block) {
-    Box box;
-    const std::size_t begin = block * kBlockSize,
-                      end = std::min(begin + kBlockSize, static_cast<std::size_t>(m_numCells));
-    for (std::size_t place = begin; place < end; ++place) {
-      const Box cell = boxOf(cells, m_order.empty() ? static_cast<int>(place) : m_order[place]);
-      if (!cell.isFinite()) continue;
-      box.add(cell);
-      girthOfCells += static_cast<double>(cell.girth()) / kBlockSize;
+  struct Girths {
+    double ofBlocks = 0, ofCells = 0;
+  };
+  std::vector<Girths> girths(numBlocks / kBlocksInTask + 1);
+  PiParallel::forBlocks(numBlocks, kBlocksInTask, [&](std::size_t firstBlock, std::size_t endBlock) {
+    Cells cells = source;
+    Girths& sums = girths[firstBlock / kBlocksInTask];
+    for (std::size_t block = firstBlock; block < endBlock; ++block) {
+      Box box;
+      const std::size_t begin = block * kBlockSize, end = std::min(begin + kBlockSize, numCells);
+      for (std::size_t place = begin; place < end; ++place) {
+        const Box cell = boxOf(cells, m_order.empty() ? static_cast<int>(place) : m_order[place]);
+        if (!cell.isFinite()) continue;
+        box.add(cell);
+        sums.ofCells += static_cast<double>(cell.girth()) / kBlockSize;
+      }
+      for (std::size_t axis = 0; axis < 3; ++axis) {
+        m_bounds[axis][block] = box.low[axis];
+        m_bounds[axis + 3][block] = box.high[axis];
+      }
+      if (box.isFinite()) sums.ofBlocks += static_cast<double>(box.girth());
     }
-    for (std::size_t axis = 0; axis < 3; ++axis) {
-      m_bounds[axis][block] = box.low[axis];
-      m_bounds[axis + 3][block] = box.high[axis];
-    }
-    if (box.isFinite()) girthOfBlocks += static_cast<double>(box.girth());
+  });
+  Girths all;
+  for (const Girths& sums : girths) {
+    all.ofBlocks += sums.ofBlocks;
+    all.ofCells += sums.ofCells;
   }
-  return girthOfCells > 0 ? static_cast<float>(girthOfBlocks / girthOfCells) : 0;
+  return all.ofCells > 0 ? static_cast<float>(all.ofBlocks / all.ofCells) : 0;
 }
 
 // Along a Z-order curve of 1024 steps an axis, by a radix sort.

@@ -30,22 +30,28 @@ class PiCellBlocks {
   /// with a node on the plane, or with nodes on both sides of it, is left out, unless a coordinate isn't finite.
   template <class Use>
   void forEachCellNear(const PiSectionPlane& plane, Use&& use) const {
-    static constexpr std::size_t kBatch = 512;
+    forEachCellNear(plane, 0, numCells(), use);
+  }
+  /// The same for those cells that have a place from `begin` to `end` in that order: multiples of the size of a block,
+  /// or the number of cells.
+  template <class Use>
+  void forEachCellNear(const PiSectionPlane& plane, int begin, int end, Use&& use) const {
+    static constexpr int kBatch = 512;
     std::uint8_t isMet[kBatch];
-    const std::size_t numBlocks = m_bounds[0].size();
-    for (std::size_t first = 0; first < numBlocks; first += kBatch) {
-      const std::size_t num = numBlocks - first < kBatch ? numBlocks - first : kBatch;
-      if (!findMet(plane, first, num, isMet)) continue;
-      for (std::size_t block = 0; block < num; ++block) {
+    const int lastBlock = (end - 1) / kBlockSize;
+    for (int first = begin / kBlockSize; end > begin && first <= lastBlock; first += kBatch) {
+      const int num = lastBlock - first < kBatch ? lastBlock - first + 1 : kBatch;
+      if (!findMet(plane, static_cast<std::size_t>(first), static_cast<std::size_t>(num), isMet)) continue;
+      for (int block = 0; block < num; ++block) {
         if (!isMet[block]) continue;
-        const auto begin = static_cast<int>((first + block) * kBlockSize);
-        const int end = m_numCells - begin < kBlockSize ? m_numCells : begin + kBlockSize;
-        for (int place = begin; place < end; ++place)
+        const int start = (first + block) * kBlockSize, stop = end - start < kBlockSize ? end : start + kBlockSize;
+        for (int place = start; place < stop; ++place)
           use(m_order.empty() ? place : m_order[static_cast<std::size_t>(place)]);
       }
     }
   }
 
+  int numCells() const { return m_numCells; }
   bool isSorted() const { return !m_order.empty(); }
   std::size_t memorySize() const;
 

@@ -107,6 +107,13 @@ void PiIndexedLevelSurf::listCutCells(int block) {
     cut.push_back({cell, id | (isMirrored | 2 * kindOf(size)) << 8});
   };
   const int end = std::min(m_cells->numCells(), (block + 1) * kCellsInBlock);
+  if (m_input->blocks) {
+    m_input->blocks->forEachCellNear(m_input->plane, block * kCellsInBlock, end, [&](int cell) {
+      const std::span<const int> nodes = m_cells->whole(cell);
+      if (!nodes.empty()) look(cell, nodes);
+    });
+    return;
+  }
   if constexpr (kCellSize > 0) {
     const int* nodes = m_cells->nodes() + static_cast<std::size_t>(block) * kCellsInBlock * kCellSize;
     for (int cell = block * kCellsInBlock; cell < end; ++cell, nodes += kCellSize)

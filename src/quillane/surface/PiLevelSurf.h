@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 
+#include "quillane/surface/PiCellBlocks.h"
 #include "quillane/surface/PiPairTable.h"
 #include "quillane/surface/PiQuadMerge.h"
 
@@ -20,6 +21,10 @@ struct PiLevelSurfInput {
   std::function<bool(int cell)> accepts;
   /// Whether a node has finite coordinates; empty if all have. Cells with one that hasn't are left out.
   std::function<bool(int node)> isNodeFinite;
+  /// If not null, the values are distances along the normal of `plane`, and the level is its distance: what stands away
+  /// from the plane isn't looked at.
+  const PiCellBlocks* blocks = nullptr;
+  PiSectionPlane plane{1, 0, 0, 0};
 };
 
 /// Where the surface goes. The indices of each facet are ended by -1.

@@ -19,6 +19,8 @@ class PiPlaneDistances {
   /// no number in `values`, if that isn't null, have none here either; `valuesId` names what these are.
   const float* update(const PbMesh3D& mesh, const PiSectionPlane& plane, const float* values, unsigned valuesId);
 
+  /// The plane whose level the distance is: the normal for which the array was made, and the distance asked for last.
+  PiSectionPlane plane() const { return m_plane.value_or(PiSectionPlane(1, 0, 0, 0)); }
   /// Grows whenever the array or the distance of the plane changes.
   unsigned counter() const { return m_counter; }
   /// How often the array was computed. For tests.
