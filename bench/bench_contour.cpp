@@ -74,14 +74,14 @@ void cutRepeatedly(benchmark::State& state, const std::vector<float>& levels, Us
 template <class Input>
 void extractLines(benchmark::State& state) {
   std::size_t numLines = 0, numPoints = 0;
-  cutRepeatedly<PiContouringLines, Input>(state, Workloads::lineLevels(static_cast<int>(state.range(1))),
-                                          [&](PiContouringLines& worker, const float* values) {
-                                            numLines = numPoints = 0;
-                                            for (const PiIsoline& line : worker.extract(values)) {
-                                              ++numLines;
-                                              numPoints += line.points.size();
-                                            }
-                                          });
+  const auto measure = [&](PiContouringLines& worker, const float* values) {
+    numLines = numPoints = 0;
+    for (const PiIsoline& line : worker.extract(values)) {
+      ++numLines;
+      numPoints += line.points.size();
+    }
+  };
+  cutRepeatedly<PiContouringLines, Input>(state, Workloads::lineLevels(static_cast<int>(state.range(1))), measure);
   state.counters["lines"] = static_cast<double>(numLines);
   state.counters["points"] = static_cast<double>(numPoints);
 }
