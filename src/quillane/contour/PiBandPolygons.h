@@ -5,7 +5,7 @@
 
 #include "quillane/contour/PiContourWalk.h"
 #include "quillane/contour/PiCutCell.h"
-#include "quillane/contour/PiGrowingArray.h"
+#include "quillane/surface/PiGrowBuffer.h"
 
 /// Divides the cells of a surface into polygons of one band each. Gets the cells from a PiContourWalk.
 class PiBandPolygons {
@@ -13,9 +13,9 @@ class PiBandPolygons {
   static constexpr bool kWantsWholeCells = true;
 
   /// The corners of each polygon and a -1: nodes of the surface, and behind these the cut points.
-  PiGrowingArray<std::int32_t> coordIndex;
+  PiGrowBuffer<std::int32_t> coordIndex;
   /// Of each polygon: index in the list of the isovalue below it, or -1.
-  PiGrowingArray<int> lowerIsovalues;
+  PiGrowBuffer<int> lowerIsovalues;
 
   /// Forgets all polygons. The arguments must live until all cells have come.
   void start(int numNodes, int numCells, const float* values, const PiContourLevels& levels, const PiCutPoints& cuts);
@@ -52,8 +52,8 @@ class PiBandPolygons {
   const float* m_values = nullptr;
   const PiContourLevels* m_levels = nullptr;
   const PiCutPoints* m_cuts = nullptr;
-  PiGrowingArray<RingPoint> m_ring;
-  PiGrowingArray<int> m_polygon;  // places in the ring
+  PiGrowBuffer<RingPoint> m_ring;
+  PiGrowBuffer<int> m_polygon;  // places in the ring
 };
 
 #endif

@@ -7,7 +7,7 @@
 
 #include "graph/data/PiSortedSearch.h"
 
-void PiContourLevels::findBands(const PbIsovaluesList* list, const float* values, int num, PiGrowingArray<int>& bands) {
+void PiContourLevels::findBands(const PbIsovaluesList* list, const float* values, int num, PiGrowBuffer<int>& bands) {
   m_listValues = nullptr;
   m_numListed = 0;
   if (list) {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "graph/data/PiIsovalueAdjustment.h"
-#include "quillane/contour/PiGrowingArray.h"
+#include "quillane/surface/PiGrowBuffer.h"
 
 class PbIsovaluesList;
 
@@ -19,7 +19,7 @@ class PiContourLevels {
 
   /// Sets the levels, and `bands` to the band of each of the `num` values. A null list has no levels. Takes one pass
   /// over the values, and a few more if a level is equal to one of them.
-  void findBands(const PbIsovaluesList* list, const float* values, int num, PiGrowingArray<int>& bands);
+  void findBands(const PbIsovaluesList* list, const float* values, int num, PiGrowBuffer<int>& bands);
 
   int num() const { return m_num; }
   float level(int index) const { return m_levels[static_cast<std::size_t>(index)]; }

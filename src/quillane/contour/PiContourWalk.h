@@ -16,7 +16,7 @@ inline constexpr int kHiddenBand = -2;
 /// What one walk over a surface needs and fills, kept from one to the next.
 struct PiContourScratch {
   PiContourLevels levels;
-  PiGrowingArray<int> bands;  // of each node; below 0 for those that no cell keeps
+  PiGrowBuffer<int> bands;  // of each node; below 0 for those that no cell keeps
   PiCutPoints cuts;
   PiEdgeTable edges;
   std::vector<int> rowEdges, nextRowEdges;  // first cut points of the edges along two rows of a grid

@@ -34,7 +34,7 @@ struct ShownValues {
   float max = std::numeric_limits<float>::infinity();
 };
 
-void hideNodesBehindThresholds(const ShownValues& shown, const float* values, PiGrowingArray<int>& bands) {
+void hideNodesBehindThresholds(const ShownValues& shown, const float* values, PiGrowBuffer<int>& bands) {
   for (std::size_t node = 0; node < bands.size(); ++node)
     if (bands[node] >= 0 && !(values[node] > shown.min && values[node] < shown.max)) bands[node] = kHiddenBand;
 }

@@ -58,8 +58,8 @@ struct PiContouringLines::Chains {
     if (m_points.size() == first || m_points[m_points.size() - 1] != point) m_points.push_back(point);
   }
 
-  PiGrowingArray<Link> m_links;
-  PiGrowingArray<SbVec3f> m_points;
+  PiGrowBuffer<Link> m_links;
+  PiGrowBuffer<SbVec3f> m_points;
   std::vector<PiIsoline> m_lines;
 };
 

@@ -4,7 +4,7 @@
 #include <Inventor/SbVec3f.h>
 
 #include "quillane/contour/PiContourLevels.h"
-#include "quillane/contour/PiGrowingArray.h"
+#include "quillane/surface/PiGrowBuffer.h"
 
 /// One end of an edge.
 struct PiEdgeEnd {
@@ -41,9 +41,9 @@ class PiCutPoints {
  private:
   int cut(const PiEdgeEnd& low, const PiEdgeEnd& high, const PiContourLevels& levels);
 
-  PiGrowingArray<SbVec3f> m_points;
-  PiGrowingArray<int> m_nodes;
-  PiGrowingArray<int> m_levels;
+  PiGrowBuffer<SbVec3f> m_points;
+  PiGrowBuffer<int> m_nodes;
+  PiGrowBuffer<int> m_levels;
 };
 
 #endif

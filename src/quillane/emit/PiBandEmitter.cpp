@@ -1,6 +1,5 @@
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <variant>
 #include <vector>
 
@@ -13,6 +12,7 @@
 #include "quillane/contour/PiContourSurface.h"
 #include "quillane/contour/PiFilledWork.h"
 #include "quillane/emit/PiColorWriter.h"
+#include "quillane/emit/PiIndexList.h"
 
 namespace {
 
@@ -73,12 +73,5 @@ void PiContouringFilled::fillSurf(const float* values, SoGroup* group, SoMateria
   auto* shape = new SoIndexedFaceSet;
   group->addChild(shape);
   emitBandColors(lowerIsovalues(), m_list, *m_mapping, *material);
-  PiGrowingArray<std::int32_t>& indices = m_work->polygons.coordIndex;
-  const std::size_t num = indices.size();
-  if (num > 0 && num <= static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-    shape->coordIndex.setValuesPointer(static_cast<int>(num), indices.release().release());
-    shape->coordIndex.enableDeleteValues();
-  } else {
-    shape->coordIndex.setNum(0);
-  }
+  PiIndexList::hand(m_work->polygons.coordIndex, shape->coordIndex);
 }

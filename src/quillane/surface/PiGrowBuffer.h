@@ -5,9 +5,11 @@
 #include <cstddef>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
 /// A growing array of plain elements that are not set to zero before they are written, and whose memory is kept when
-/// it is emptied: what a rebuild needed, the next one finds.
+/// it is emptied: what a rebuild needed, the next one finds. The memory can also be given to what frees it by
+/// `delete[]`.
 template <class Element>
 class PiGrowBuffer {
   static_assert(std::is_trivially_copyable_v<Element>);
@@ -27,8 +29,19 @@ class PiGrowBuffer {
 
   void clear() { m_size = 0; }
   void push_back(const Element& element) {
+    const Element kept = element;  // it may be one of those that move
     if (m_size == m_capacity) grow(m_size + 1, m_size);
-    m_elements[m_size++] = element;
+    m_elements[m_size++] = kept;
+  }
+  /// Where `count` more elements go, which addWritten() then counts in.
+  Element* room(std::size_t count) {
+    if (m_capacity - m_size < count) grow(m_size + count, m_size);
+    return m_elements.get() + m_size;
+  }
+  void addWritten(std::size_t count) { m_size += count; }
+  /// Memory for `count` elements in all. What isn't written in the end is never touched.
+  void reserve(std::size_t count) {
+    if (count > m_capacity) grow(count, m_size);
   }
   /// Room for `count` elements, all of them unset.
   void reset(std::size_t count) {
@@ -43,6 +56,11 @@ class PiGrowBuffer {
   void fill(std::size_t count, const Element& element) {
     reset(count);
     std::fill(begin(), end(), element);
+  }
+  /// Gives the memory away and leaves an empty array.
+  std::unique_ptr<Element[]> release() {
+    m_size = m_capacity = 0;
+    return std::move(m_elements);
   }
 
  private:

@@ -29,7 +29,7 @@ TEST(ContourLevels, BandsCountTheLevelsBelowAValue) {
     PbIsovaluesList list;
     list.setIrregularIsoList(int(isovalues.size()), isovalues.data());
     PiContourLevels levels;
-    PiGrowingArray<int> bands;
+    PiGrowBuffer<int> bands;
     levels.findBands(&list, values.data(), int(values.size()), bands);
     for (std::size_t v = 0; v < values.size(); ++v) {
       int num = 0;
