@@ -126,9 +126,8 @@ void PiContourWalk<View, Sink>::walkGrid() {
         for (int k = j; k < mixed; ++k)
           if (row[k] >= 0) m_sink.whole(m_view.cell(i, k), row[k]);
       }
-      // No level cuts an edge between nodes of one band.
-      if (mixed > j) edgeBefore = -1;
       if (mixed + 1 == numY) break;
+      // Behind cells of one band the edge before is one that no level cuts, and isn't asked for.
       int edgeAfter = -1;
       walkGridCell(i, mixed, edgeBefore, edgeAfter);
       edgeBefore = edgeAfter;

@@ -74,6 +74,18 @@ TEST_F(IsolinesTest, OfEveryMeshClassLieOnTheirLevelsAndAreWhole) {
       for (const CutSurface& surface : surfacesOfAllClasses(field)) check(surface);
 }
 
+TEST_F(IsolinesTest, GoRoundASingleNodeWhereverItStands) {
+  RectangleSpec spec;
+  spec.numX = 4;
+  spec.numY = 50;
+  CutSurface surface = rectangleOf(meshKinds2D()[0], spec, [](float, float) { return -8.5F; });
+  for (float& value : surface.values) {
+    value = 0.5F;
+    check(surface);
+    value = -8.5F;
+  }
+}
+
 TEST_F(IsolinesTest, OfManyLevelsInACellAreWhole) {
   list.setRegularIsoList(-9.7F, 9.6F, 80);
   for (const CutSurface& surface : surfacesOfAllClasses(noiseField(7))) check(surface);
