@@ -1,12 +1,17 @@
 #include "graph/axis/PiAxisAttributes.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "nodes/attribute/PiEnumField.h"
 
 namespace {
 
+/// Sizes beyond are cut: far more than can be drawn, and their products still fit into floats.
+constexpr float kMaxSize = 1e6F;
+
 float numberOf(const SoSFFloat& field) { return std::isfinite(field.getValue()) ? field.getValue() : 0; }
+float sizeOf(const SoSFFloat& field) { return std::clamp(numberOf(field), -kMaxSize, kMaxSize); }
 
 PoAxis::Visibility visibilityOf(const SoSFEnum& field) {
   return PiEnumField::get(field, PoAxis::VISIBILITY_DEPEND, PoAxis::VISIBILITY_DEPEND);
@@ -29,8 +34,8 @@ PiAxisAttributes PiAxisAttributes::of(const PoAxis& axis) {
   a.gradPosition = PiEnumField::get(axis.gradPosition, PoAxis::GRAD_DEPEND, PoAxis::GRAD_DEPEND);
   a.gradPath = pathOf(axis.gradPath);
   a.gradFontName = axis.gradFontName.getValue();
-  a.gradFontSize = numberOf(axis.gradFontSize);
-  a.gradDistAxis = numberOf(axis.gradDistAxis);
+  a.gradFontSize = sizeOf(axis.gradFontSize);
+  a.gradDistAxis = sizeOf(axis.gradDistAxis);
   a.gradAddStringVisibility = axis.gradAddStringVisibility.getValue();
   a.gradAddString = axis.gradAddString.getValue();
   a.marginType = PiEnumField::get(axis.marginType, PoAxis::FIXED_MARGIN, PoAxis::REL_MARGIN);
@@ -40,19 +45,19 @@ PiAxisAttributes PiAxisAttributes::of(const PoAxis& axis) {
   a.titlePosition = PiEnumField::get(axis.titlePosition, PoAxis::TITLE_DEPEND, PoAxis::TITLE_DEPEND);
   a.titlePath = pathOf(axis.titlePath);
   a.titleFontName = axis.titleFontName.getValue();
-  a.titleFontSize = numberOf(axis.titleFontSize);
-  a.titleDistAxis = numberOf(axis.titleDistAxis);
+  a.titleFontSize = sizeOf(axis.titleFontSize);
+  a.titleDistAxis = sizeOf(axis.titleDistAxis);
   a.titleString = axis.titleString.getValue();
   a.gridVisibility = visibilityOf(axis.gridVisibility);
   a.gridLengthGradSide = numberOf(axis.gridLengthGradSide);
   a.gridLengthGradOtherSide = numberOf(axis.gridLengthGradOtherSide);
   a.arrowVisibility = visibilityOf(axis.arrowVisibility);
-  a.arrowHeight = numberOf(axis.arrowHeight);
-  a.arrowLength = numberOf(axis.arrowLength);
+  a.arrowHeight = sizeOf(axis.arrowHeight);
+  a.arrowLength = sizeOf(axis.arrowLength);
   a.tickVisibility = visibilityOf(axis.tickVisibility);
   a.tickPosition = PiEnumField::get(axis.tickPosition, PoAxis::TICK_ACROSS_AXIS, PoAxis::TICK_GRAD_SIDE);
-  a.tickMainLength = numberOf(axis.tickMainLength);
-  a.tickSubLength = numberOf(axis.tickSubLength);
+  a.tickMainLength = sizeOf(axis.tickMainLength);
+  a.tickSubLength = sizeOf(axis.tickSubLength);
   a.tickSubDef = PiEnumField::get(axis.tickSubDef, PoAxis::PERIOD_MAIN_TICK, PoAxis::PERIOD_MAIN_TICK);
   a.tickNumOrPeriod = axis.tickNumOrPeriod.getValue();
   a.tickFirstGrad = axis.tickFirstGrad.getValue();

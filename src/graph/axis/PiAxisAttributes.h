@@ -41,7 +41,7 @@ struct PiAxisAttributes {
   PoAxis::AxisReverse reverseFlag = PoAxis::AXIS_REVERSE_DEPEND;
 
   /// The fields of `axis`; values that are none of an enumeration count as its default, numbers that aren't finite as
-  /// 0.
+  /// 0, and sizes end at a million reference lengths.
   static PiAxisAttributes of(const PoAxis& axis);
 
   /// Settles every `*_DEPEND`. A plane that isn't one changes nothing.

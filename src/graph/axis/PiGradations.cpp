@@ -67,6 +67,10 @@ Range withoutMargins(float start, float end, PoAxis::MarginType type, float marg
     atStart *= std::abs(end - start);
     atEnd *= std::abs(end - start);
   }
+  // However far beyond the axis a margin reaches, there is a coordinate left.
+  const float most = 1000 * std::abs(end - start);
+  atStart = std::min(atStart, most);
+  atEnd = std::min(atEnd, most);
   if (start < end) {
     Range range{start + atStart, end - atEnd};
     if (!(range.start < range.end)) range.start = range.end;

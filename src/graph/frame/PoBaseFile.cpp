@@ -28,6 +28,10 @@ void PoBase::write(SoWriteAction* action) {
 
 void PoBase::setDefaultOnNonWritingFields() {
   m_savedFlags = std::make_unique<SavedFlags>(*this);
+  // The toolkit flags parts that hold others, too. It copies no field that is flagged, and then misses the part.
+  SoFieldList all;
+  getFields(all);
+  for (int i = 0; i < all.getLength(); ++i) m_savedFlags->setDefault(*all[i], all[i]->isDefault());
   SoBaseKit::setDefaultOnNonWritingFields();
   leaveOutOfFile(callbackList);
   leaveOutOfFile(catchActionLevel2Callback);
