@@ -7,6 +7,7 @@
 #include <Ormelle/PbDateFormatMapping.h>
 #include <Ormelle/PoCurve.h>
 #include <Ormelle/PoIndexedMesh3D.h>
+#include <Ormelle/PoIrregularMesh1D.h>
 #include <Ormelle/PoParalCartesianGrid2D.h>
 #include <Ormelle/PoParalCartesianGrid3D.h>
 #include <Ormelle/PoPolarGrid2D.h>
@@ -399,6 +400,47 @@ void writeBrackets() {
   write("bracket_mixed", mesh);
 }
 
+// ---- Carbon dioxide in air ------------------------------------------------------------------------------------------
+
+// Means of `numWeeks` weeks each from one year up to another, without a value where no week has one. x is in years,
+// counted from `origin`; set 0 in parts per million, set 1 what that is beyond the first of them.
+void writeCarbonDioxide(const std::string& name, int firstYear, int endYear, float origin, std::size_t numWeeks) {
+  const gallery::Table table = DataSet("mauna_loa_co2_weekly").table();
+  const std::vector<std::string> dates = table.texts("date");
+  const std::vector<float> parts = table.numbers("co2_ppmv");
+  const auto yearOf = [&](std::size_t week) { return std::stoi(dates[week].substr(0, 4)); };
+  std::vector<float> years, values, beyond;
+  for (std::size_t first = 0; first + numWeeks <= dates.size(); first += numWeeks) {
+    while (first + numWeeks < dates.size() && yearOf(first) < firstYear) ++first;
+    if (yearOf(first + numWeeks - 1) >= endYear) break;
+    float sumOfYears = 0, sum = 0;
+    int num = 0;
+    for (std::size_t week = first; week < first + numWeeks; ++week) {
+      constexpr int daysBefore[] = {0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334};
+      const int month = std::stoi(dates[week].substr(5, 2)), day = std::stoi(dates[week].substr(8, 2));
+      sumOfYears +=
+          static_cast<float>(yearOf(week)) - origin + (static_cast<float>(daysBefore[month - 1] + day) - 0.5f) / 366;
+      if (std::isnan(parts[week])) continue;
+      sum += parts[week];
+      ++num;
+    }
+    years.push_back(sumOfYears / static_cast<float>(numWeeks));
+    values.push_back(sum / static_cast<float>(num));
+    beyond.push_back(values.back() - *std::find_if(values.begin(), values.end(), [](float v) { return v == v; }));
+  }
+  auto* mesh = new PoIrregularMesh1D;
+  mesh->setGeometry(sizeOf(years), years.data());
+  mesh->addValuesSet(0, values.data(), "carbon dioxide in ppmv");
+  mesh->addValuesSet(1, beyond.data(), "beyond the first, in ppmv");
+  write(name, mesh);
+}
+
+void writeCarbonDioxide() {
+  writeCarbonDioxide("co2_weeks", 1958, 2002, 0, 1);
+  for (int year = 1966; year < 2002; year += 5)
+    writeCarbonDioxide("co2_" + std::to_string(year), year, year + 1, static_cast<float>(year), 4);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -417,5 +459,6 @@ int main(int argc, char** argv) {
     writeCarbonDioxide("mauna_loa_1962", "1962-07-01", "1965-12-31", 1279, 320);
     writeChesapeakeBay();
     writeBrackets();
+    writeCarbonDioxide();
   });
 }

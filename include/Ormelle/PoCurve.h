@@ -75,7 +75,8 @@ class ORMELLE_API PoCurve : public PoTavernel {
   SoSFEnum curveRep;
   /// Whether the area between the curve and y = `fillingThreshold` is filled; FALSE by default. It is closed along the
   /// threshold from the first and from the last point. What is above and what is below the threshold are polygons of
-  /// their own.
+  /// their own; or slices of them, one a segment, where the toolkit can't be trusted with whole ones: with many
+  /// corners, and with steps straight up or down.
   SoSFBool isCurveFilled;
   /// 0 by default.
   SoSFFloat fillingThreshold;

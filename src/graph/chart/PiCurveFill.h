@@ -8,14 +8,21 @@
 #include <span>
 #include <vector>
 
+#include "graph/chart/PiNewArray.h"
+
 /// What lies between a curve and the line y = threshold, as polygons that are wholly above or wholly below it.
 struct PiCurveFill {
-  std::vector<SbVec3f> points;           ///< the corners of all polygons, z 0
+  PiNewArray<SbVec3f> points;            ///< the corners of all polygons, z 0
   std::vector<std::int32_t> numCorners;  ///< of each polygon
 
-  /// A piece of the curve that doesn't begin or end on the threshold is closed by a point on it there. Each polygon
-  /// begins and ends on the threshold. Linear cost. Points that aren't finite part the curve; without a finite
-  /// threshold there is no polygon.
+  bool areSlices = false;  ///< no polygon is concave, and all run counter-clockwise
+
+  /// A piece of the curve that doesn't begin or end on the threshold is closed by a point on it there. What is between
+  /// two places on the threshold is one polygon, which begins and ends there. If the toolkit would be slow with one of
+  /// them, as it is with many corners, or wrong, as with steps straight up or down, all are cut into slices, one a
+  /// segment, but for those that turn back along x.
+  ///
+  /// Linear cost. Points that aren't finite part the curve; without a finite threshold there is no polygon.
   static PiCurveFill make(std::span<const SbVec2f> curve, float threshold);
 };
 

@@ -4,6 +4,8 @@
 #include <Inventor/nodes/SoFaceSet.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoLineSet.h>
+#include <Inventor/nodes/SoNormal.h>
+#include <Inventor/nodes/SoNormalBinding.h>
 #include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoScale.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -82,17 +84,30 @@ SoGroup* PiCurveShapes::makeRaisedLines(std::span<const SbVec2f> places, float t
   return group;
 }
 
-SoGroup* PiCurveShapes::makeFilling(const PiCurveFill& fill) {
+SoGroup* PiCurveShapes::makeFilling(PiCurveFill fill) {
   if (fill.numCorners.empty()) return nullptr;
   auto* group = new SoGroup;
   // The curve and all other lines lie in the same plane, in front.
   group->addChild(new SoPolygonOffset);
   auto* hints = new SoShapeHints;
   group->addChild(hints);
-  hints->faceType = SoShapeHints::UNKNOWN_FACE_TYPE;  // else the toolkit takes the polygons for convex ones
-  SoCoordinate3* coordinate;
-  std::copy(fill.points.begin(), fill.points.end(), startPoints(group, fill.points.size(), coordinate));
-  coordinate->point.finishEditing();
+  hints->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;  // light on either side
+  // Unless told, the toolkit takes all polygons for convex.
+  hints->faceType = fill.areSlices ? SoShapeHints::CONVEX : SoShapeHints::UNKNOWN_FACE_TYPE;
+  if (fill.areSlices) {
+    // The toolkit would look for normals, which takes time with the square of the number of faces.
+    auto* binding = new SoNormalBinding;
+    group->addChild(binding);
+    binding->value = SoNormalBinding::OVERALL;
+    auto* normal = new SoNormal;
+    group->addChild(normal);
+    normal->vector.setValue(0, 0, 1);
+  }
+  auto* coordinate = new SoCoordinate3;
+  group->addChild(coordinate);
+  const auto num = static_cast<int>(fill.points.num());
+  coordinate->point.setValuesPointer(num, fill.points.release());
+  coordinate->point.enableDeleteValues();
   auto* faces = new SoFaceSet;
   group->addChild(faces);
   setCounts(faces->numVertices, fill.numCorners);

@@ -28,7 +28,8 @@ SoGroup* makeLines(std::span<const SbVec3f> points);
 /// @}
 /// A line from each place along y to `threshold`.
 SoGroup* makeRaisedLines(std::span<const SbVec2f> places, float threshold);
-SoGroup* makeFilling(const PiCurveFill& fill);
+/// Takes the points away.
+SoGroup* makeFilling(PiCurveFill fill);
 SoGroup* makeMarkers(std::span<const SbVec2f> places, const Marker& marker);
 
 }  // namespace PiCurveShapes

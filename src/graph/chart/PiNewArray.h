@@ -22,6 +22,9 @@ class PiNewArray {
     m_elements[m_num++] = element;
   }
 
+  /// Takes the elements from `num` on away again.
+  void truncate(std::size_t num) { m_num = num < m_num ? num : m_num; }
+
   std::size_t num() const { return m_num; }
   const T& operator[](std::size_t i) const { return m_elements[i]; }
   const T& back() const { return m_elements[m_num - 1]; }

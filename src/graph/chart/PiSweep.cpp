@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <utility>
 
 namespace {
 
@@ -43,12 +44,19 @@ void PiSweep::add(const SbVec3f* corners, int entry) {
   if (!isJoined) return;
   const int face = m_entries[m_entries.size() - 2];
   for (int c = 0; c + 1 < m_numCorners; ++c) {
-    const int quad[] = {first + c, first + c + 1, second + c + 1, second + c};
+    int quad[] = {first + c, first + c + 1, second + c + 1, second + c};
+    if (m_kind == FLAT && isClockwise(quad)) std::swap(quad[1], quad[3]);
     addFace(quad, face);
   }
-  if (m_kind == OPEN) return;
+  if (m_kind != CLOSED) return;
   const int quad[] = {second - 1, first, second, second + m_numCorners - 1};
   addFace(quad, face);
+}
+
+bool PiSweep::isClockwise(const int* quad) const {
+  const auto point = [&](int corner) -> const SbVec3f& { return m_points[static_cast<std::size_t>(quad[corner])]; };
+  const SbVec3f a = point(2) - point(0), b = point(3) - point(1);
+  return a[0] * b[1] - a[1] * b[0] < 0;
 }
 
 void PiSweep::addFace(std::span<const int> corners, int entry) {
@@ -65,7 +73,7 @@ void PiSweep::addCap(std::size_t section, bool isStart) {
 }
 
 void PiSweep::endRun() {
-  if (m_kind == OPEN || m_entries.size() < m_runStart + 2) return;
+  if (m_kind != CLOSED || m_entries.size() < m_runStart + 2) return;
   addCap(m_runStart, true);
   addCap(m_entries.size() - 1, false);
 }
@@ -75,13 +83,22 @@ SoGroup* PiSweep::finish(const Look& look) {
   if (m_coordIndex.size() == 0) return nullptr;
   auto* group = new SoGroup;
   // What lies in a plane has its lines in the same plane, in front.
-  if (look.isFlat) group->addChild(new SoPolygonOffset);
+  if (m_kind == FLAT) group->addChild(new SoPolygonOffset);
   auto* hints = new SoShapeHints;
   group->addChild(hints);
   hints->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;
   hints->shapeType = SoShapeHints::UNKNOWN_SHAPE_TYPE;
   hints->faceType = m_kind == CLOSED ? SoShapeHints::UNKNOWN_FACE_TYPE : SoShapeHints::CONVEX;
   hints->creaseAngle = kCreaseAngle;
+  if (m_kind == FLAT) {
+    // Else the toolkit looks for one.
+    auto* normalBinding = new SoNormalBinding;
+    group->addChild(normalBinding);
+    normalBinding->value = SoNormalBinding::OVERALL;
+    auto* normal = new SoNormal;
+    group->addChild(normal);
+    normal->vector.setValue(0, 0, 1);
+  }
   if (look.material) {
     auto* binding = new SoMaterialBinding;
     group->addChild(binding);

@@ -24,12 +24,12 @@ class PiSweep {
  public:
   enum Kind {
     OPEN,   ///< the last corner isn't joined to the first
+    FLAT,   ///< neither, and all of it lies in a plane z = constant, where all faces then run counter-clockwise
     CLOSED  ///< it is, and each run is closed by its first and its last section
   };
   struct Look {
     SoMaterial* material = nullptr;  ///< null where colours are inherited
     bool isPerPart = false;          ///< a quadrangle has the colour of its first section, else they are mixed
-    bool isFlat = false;             ///< all of it lies in a plane z = constant
   };
 
   /// @pre numCorners >= 2
@@ -38,13 +38,13 @@ class PiSweep {
   /// The next section isn't joined to the one before.
   void startRun();
   /// The corners run counter-clockwise for who looks against the way of the curve: then the outside of the surface is
-  /// in front, and on a plane z = constant what is on the left of the curve comes first. `entry` is that of the
-  /// material for this section.
+  /// in front. `entry` is that of the material for this section.
   void add(const SbVec3f* corners, int entry);
   /// The group of it all, without a reference; null if there is no quadrangle. Nothing may follow.
   SoGroup* finish(const Look& look);
 
  private:
+  bool isClockwise(const int* quad) const;
   void addFace(std::span<const int> corners, int entry);
   void addCap(std::size_t section, bool isStart);
   void endRun();

@@ -50,9 +50,8 @@ void forEachCurveField(Curve& curve, Use&& use) {
   use(curve.raiseThreshold);
 }
 
-/// The points as they are joined.
+/// The points as they are joined by other than straight lines.
 std::vector<SbVec2f> joined(std::span<const SbVec2f> points, PoCurve::CurveRep rep) {
-  if (rep <= PoCurve::CURVE_POLYLINE) return {points.begin(), points.end()};
   std::vector<float> x(points.size()), y(points.size());
   for (std::size_t i = 0; i < points.size(); ++i) points[i].getValue(x[i], y[i]);
   const PiCurvePath path =
@@ -160,8 +159,9 @@ void PoCurve::rebuild() {
   preRebuild();
   const std::span<const SbVec2f> points(point.getValues(0), static_cast<std::size_t>(point.getNum()));
   const CurveRep rep = PiEnumField::get(curveRep, CURVE_STAIRS_2Y, CURVE_POLYLINE);
-  std::vector<SbVec2f> drawn;
-  if (rep != CURVE_NONE || isCurveFilled.getValue()) drawn = joined(points, rep);
+  std::vector<SbVec2f> added;
+  if (rep > CURVE_POLYLINE) added = joined(points, rep);
+  const std::span<const SbVec2f> drawn = rep > CURVE_POLYLINE ? added : points;
   SoGroup* filling = nullptr;
   if (isCurveFilled.getValue() && drawn.size() > 1)
     filling = PiCurveShapes::makeFilling(PiCurveFill::make(drawn, fillingThreshold.getValue()));

@@ -42,7 +42,7 @@ void PoCurveFilling::rebuild() {
   PiChartCurve curve;
   if (std::isfinite(base)) curve = PiChartCurve::makeCut(currentMesh(), *this, getState(), across, base);
 
-  PiSweep sweep(2, PiSweep::OPEN, curve.points.size());
+  PiSweep sweep(2, PiSweep::FLAT, curve.points.size());
   const auto addSection = [&](std::size_t p) {
     SbVec3f corners[] = {SbVec3f(curve.points[p][0], curve.points[p][1], 0), {}};
     corners[1] = corners[0];
@@ -70,6 +70,6 @@ void PoCurveFilling::rebuild() {
       addSection(s + 1);
     }
   });
-  setPart("curveFilling", sweep.finish({curve.material.get(), curve.isPerPart, true}));
+  setPart("curveFilling", sweep.finish({curve.material.get(), curve.isPerPart}));
   postRebuild();
 }

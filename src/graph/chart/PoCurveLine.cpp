@@ -84,7 +84,7 @@ SoGroup* makeStrip(PiChartCurve& curve, const std::vector<float>& halves, bool i
   for (std::size_t s = 0; s < curve.gaps.size(); ++s)
     if (!std::isfinite(halves[s]) || (!isPerPart && !std::isfinite(halves[s + 1]))) curve.gaps[s] = 1;
 
-  PiSweep sweep(2, PiSweep::OPEN, curve.points.size() * (isPerPart ? 2 : 1));
+  PiSweep sweep(2, PiSweep::FLAT, curve.points.size() * (isPerPart ? 2 : 1));
   curve.forEachRun([&](std::size_t first, std::size_t last) {
     const std::span<const SbVec2f> run(&curve.points[first], last - first + 1);
     const std::vector<SbVec2f> mitres = mitresOf(run, stretch);
@@ -105,7 +105,7 @@ SoGroup* makeStrip(PiChartCurve& curve, const std::vector<float>& halves, bool i
       addSection(p + 1, halves[p]);
     }
   });
-  return sweep.finish({curve.material.get(), curve.isPerPart, true});
+  return sweep.finish({curve.material.get(), curve.isPerPart});
 }
 
 }  // namespace

@@ -36,6 +36,6 @@ void PoRibbon::rebuild() {
       sweep.add(corners, static_cast<int>(p));
     }
   });
-  setPart("ribbon", sweep.finish({curve.material.get(), curve.isPerPart, false}));
+  setPart("ribbon", sweep.finish({curve.material.get(), curve.isPerPart}));
   postRebuild();
 }

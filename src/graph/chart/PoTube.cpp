@@ -34,7 +34,7 @@ SoGroup* makeTube(const PiChartCurve& curve, const std::vector<SbVec2f>& outline
       sweep.add(corners.data(), static_cast<int>(first + p));
     }
   });
-  return sweep.finish({curve.material.get(), curve.isPerPart, false});
+  return sweep.finish({curve.material.get(), curve.isPerPart});
 }
 
 }  // namespace

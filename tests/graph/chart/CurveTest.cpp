@@ -162,6 +162,7 @@ TEST_F(CurveTest, AFillingIsTheIntegral) {
     }
     // A spline may turn back in y only: x goes on, so the area is that of the integral.
     EXPECT_NEAR(fillingArea(), integral, 1e-4 * (1 + integral)) << round;
+    EXPECT_NEAR(Soup::of(part("curveFilling")).area(), integral, 1e-4 * (1 + integral)) << "as drawn, " << round;
 
     // No polygon has points on both sides.
     const std::vector<SbVec3f> corners = pointsOf("curveFilling");
@@ -178,6 +179,26 @@ TEST_F(CurveTest, AFillingIsTheIntegral) {
       first += static_cast<std::size_t>(num);
     }
   }
+}
+
+// The toolkit divides a polygon in quadratic time, and not always rightly.
+TEST_F(CurveTest, LongFillingsAreDrawnInTimeAndRight) {
+  Points points;
+  double integral = 0;
+  for (int i = 0; i < 200000; ++i) {
+    points.emplace_back(static_cast<float>(i) / 65536, 1.0F + static_cast<float>(i * 7919 % 4));
+    if (points.size() > 1) integral += (points.end()[-2][1] + points.back()[1]) / 2.0 / 65536;
+  }
+  set(points);
+  curve->isCurveFilled = TRUE;
+  EXPECT_NEAR(Soup::of(curve.get()).area(), integral, 1e-3);
+  curve->curveRep = PoCurve::CURVE_STAIRS_2X;
+  EXPECT_NEAR(Soup::of(curve.get()).area(), integral, 1e-3);
+
+  // One that turns back stays a polygon.
+  set({{0, 1}, {4, 1}, {4, 3}, {2, 3}, {2, 2}, {0, 2}});
+  curve->curveRep = PoCurve::CURVE_POLYLINE;
+  EXPECT_NEAR(fillingArea(), 2 * 1 + 2 * 2, 1e-5);
 }
 
 TEST_F(CurveTest, AFillingIsCutWhereItMeetsTheThreshold) {
