@@ -38,6 +38,14 @@ struct PiLabelBox {
     return clip(from, to, enter, leave);
   }
 
+  /// Whether the box has a point in the rectangle, if their limits overlap.
+  bool touches(const PiRect& rect) const {
+    const double dx = rect.minX / 2 + rect.maxX / 2 - x, dy = rect.minY / 2 + rect.maxY / 2 - y;
+    const double halfX = rect.width() / 2, halfY = rect.height() / 2;
+    return std::abs(dx * ux + dy * uy) <= halfWidth + halfX * std::abs(ux) + halfY * std::abs(uy) &&
+           std::abs(dy * ux - dx * uy) <= halfHeight + halfX * std::abs(uy) + halfY * std::abs(ux);
+  }
+
  private:
   // The method of Liang and Barsky for the slab between -half and half.
   static bool clipAxis(double from, double step, double half, double& enter, double& leave) {
@@ -48,6 +56,15 @@ struct PiLabelBox {
     leave = std::min(leave, last);
     return enter <= leave;
   }
+};
+
+/// A box as the region of a search.
+struct PiLabelRegion {
+  explicit PiLabelRegion(const PiLabelBox& label) : box(label), limit(label.limit()) {}
+  bool overlaps(const PiRect& rect) const { return limit.overlaps(rect) && box.touches(rect); }
+
+  PiLabelBox box;
+  PiRect limit;
 };
 
 #endif

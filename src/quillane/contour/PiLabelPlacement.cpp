@@ -134,10 +134,9 @@ void PiLabelPlacement::placeOn(std::size_t number, PlacedLimits& placed, std::ve
   while (true) {
     Place place;
     if (findPlace(segment, line, place)) {
-      const PiLabelBox room = roomOf(place.box);
-      const PiRect limit = room.limit();
-      if (placed.isFree(limit) && isAllowed(room, limit, number)) {
-        placed.add(limit);
+      const PiLabelRegion room(roomOf(place.box));
+      if (placed.isFree(room.limit) && isAllowed(room, number)) {
+        placed.add(room.limit);
         labels.push_back(makeLabel(number, place));
         if (isFirst) {
           m_stagger += 1.5 * line.width;
@@ -187,29 +186,30 @@ bool PiLabelPlacement::findPlace(std::size_t segment, const PiLabelLine& line, P
   return true;
 }
 
-bool PiLabelPlacement::isAllowed(const PiLabelBox& room, const PiRect& limit, std::size_t line) const {
-  if (!isInPolygon(room, limit)) return false;
-  const auto isHit = [&](std::size_t, const SbVec3f& from, const SbVec3f& to) { return room.touches(from, to); };
-  if (m_boundary.any(limit, isHit)) return false;
-  return !m_forbidden.any(limit, [&](std::size_t number, const SbVec3f& from, const SbVec3f& to) {
-    return m_forbiddenNumbers[number] != line && room.touches(from, to);
+bool PiLabelPlacement::isAllowed(const PiLabelRegion& room, std::size_t line) const {
+  if (!isInPolygon(room)) return false;
+  const auto isHit = [&](std::size_t, const SbVec3f& from, const SbVec3f& to) { return room.box.touches(from, to); };
+  if (m_boundary.any(room, isHit)) return false;
+  return !m_forbidden.any(room, [&](std::size_t number, const SbVec3f& from, const SbVec3f& to) {
+    return m_forbiddenNumbers[number] != line && room.box.touches(from, to);
   });
 }
 
 // No side comes into the room, so that all of it is on the same side of the outline.
-bool PiLabelPlacement::isInPolygon(const PiLabelBox& room, const PiRect& limit) const {
+bool PiLabelPlacement::isInPolygon(const PiLabelRegion& room) const {
   if (m_polygonCorners.empty()) return true;
-  if (!limit.overlaps(m_polygonLimit)) return false;
-  const auto isHit = [&](std::size_t, const SbVec3f& from, const SbVec3f& to) { return room.touches(from, to); };
-  if (m_polygon.any(limit, isHit)) return false;
+  if (!room.limit.overlaps(m_polygonLimit)) return false;
+  const auto isHit = [&](std::size_t, const SbVec3f& from, const SbVec3f& to) { return room.box.touches(from, to); };
+  if (m_polygon.any(room, isHit)) return false;
+  const double x = room.box.x, y = room.box.y;
   PiRect ray;
-  ray.extendBy(room.x, room.y);
-  ray.extendBy(std::max(room.x, m_polygonLimit.maxX), room.y);
+  ray.extendBy(x, y);
+  ray.extendBy(std::max(x, m_polygonLimit.maxX), y);
   bool isInside = false;
   m_polygon.any(ray, [&](std::size_t, const SbVec3f& from, const SbVec3f& to) {
-    if ((from[1] > room.y) == (to[1] > room.y)) return false;
-    const double share = (room.y - from[1]) / (double(to[1]) - from[1]);
-    if (from[0] + share * (double(to[0]) - from[0]) > room.x) isInside = !isInside;
+    if ((from[1] > y) == (to[1] > y)) return false;
+    const double share = (y - from[1]) / (double(to[1]) - from[1]);
+    if (from[0] + share * (double(to[0]) - from[0]) > x) isInside = !isInside;
     return false;
   });
   return isInside;

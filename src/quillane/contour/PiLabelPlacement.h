@@ -71,8 +71,8 @@ class PiLabelPlacement {
   void placeOn(std::size_t number, PlacedLimits& placed, std::vector<PiPlacedLabel>& labels);
   std::size_t startSegment();
   bool findPlace(std::size_t segment, const PiLabelLine& line, Place& place) const;
-  bool isAllowed(const PiLabelBox& room, const PiRect& limit, std::size_t line) const;
-  bool isInPolygon(const PiLabelBox& room, const PiRect& limit) const;
+  bool isAllowed(const PiLabelRegion& room, std::size_t line) const;
+  bool isInPolygon(const PiLabelRegion& room) const;
   PiPlacedLabel makeLabel(std::size_t line, const Place& place) const;
 
   const Path m_path;

@@ -38,26 +38,26 @@ class PiRectTree {
   /// Of finite rectangles, numbered as they come.
   explicit PiRectTree(const std::vector<PiRect>& rects);
 
-  /// Calls `accept(number)` for the rectangles that overlap `query`, in no particular order, until one is accepted;
-  /// then true.
-  template <class Accept>
-  bool any(const PiRect& query, Accept&& accept) const {
-    return !m_levels.empty() && anyOf(m_levels.size() - 1, 0, m_levels.back().size(), query, accept);
+  /// Calls `accept(number)` for the rectangles that overlap `region`, in no particular order, until one is accepted;
+  /// then true. A region, such as a rectangle, tells by `overlaps(rect)`.
+  template <class Region, class Accept>
+  bool any(const Region& region, Accept&& accept) const {
+    return !m_levels.empty() && anyOf(m_levels.size() - 1, 0, m_levels.back().size(), region, accept);
   }
 
  private:
   static constexpr std::size_t kFanOut = 8;
 
-  template <class Accept>
-  bool anyOf(std::size_t level, std::size_t first, std::size_t last, const PiRect& query, Accept& accept) const {
+  template <class Region, class Accept>
+  bool anyOf(std::size_t level, std::size_t first, std::size_t last, const Region& region, Accept& accept) const {
     for (std::size_t i = first; i < last; ++i) {
-      if (!m_levels[level][i].overlaps(query)) continue;
+      if (!region.overlaps(m_levels[level][i])) continue;
       if (level == 0) {
         if (accept(m_numbers[i])) return true;
         continue;
       }
       const std::size_t below = i * kFanOut;
-      if (anyOf(level - 1, below, std::min(below + kFanOut, m_levels[level - 1].size()), query, accept)) return true;
+      if (anyOf(level - 1, below, std::min(below + kFanOut, m_levels[level - 1].size()), region, accept)) return true;
     }
     return false;
   }

@@ -19,17 +19,13 @@ class PiSegmentIndex {
   PiSegmentIndex() = default;
   explicit PiSegmentIndex(std::span<const PiPolyline> lines);
 
-  /// Calls `accept(line, from, to)` for the segments whose box overlaps `query`, until one is accepted; then true.
-  template <class Accept>
-  bool any(const PiRect& query, Accept&& accept) const {
-    return m_tree.any(query, [&](std::size_t number) {
+  /// Calls `accept(line, from, to)` for the segments near `region` (see PiRectTree), until one is accepted; then true.
+  template <class Region, class Accept>
+  bool any(const Region& region, Accept&& accept) const {
+    return m_tree.any(region, [&](std::size_t number) {
       const Run& run = m_runs[number];
-      for (std::size_t i = 0; i < run.numSegments; ++i) {
-        PiRect box;
-        box.extendBy(run.points[i]);
-        box.extendBy(run.points[i + 1]);
-        if (box.overlaps(query) && accept(run.line, run.points[i], run.points[i + 1])) return true;
-      }
+      for (std::size_t i = 0; i < run.numSegments; ++i)
+        if (accept(run.line, run.points[i], run.points[i + 1])) return true;
       return false;
     });
   }
