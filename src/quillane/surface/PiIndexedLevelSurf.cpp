@@ -13,6 +13,8 @@ namespace {
 
 constexpr int kCellsInBlock = 1 << 16;
 constexpr std::size_t kNodesInBlock = 1 << 16;
+constexpr int kMostGroups = 16;
+constexpr std::uint8_t kSeveral = 255;
 /// More than all nodes of a cell: a cell with such a node never seems cut.
 constexpr std::uint8_t kUnusable = 16;
 
@@ -44,7 +46,21 @@ void PiIndexedLevelSurf::make(const PiConnectivity& cells, const PiLevelSurfInpu
   output.iso = input.iso;
   findSides();
   listCutCells();
-  writeFacets();
+  countFacets();
+  const std::size_t most = m_numIndices + m_numQuads / 2 * 5;
+  m_indices = most < std::numeric_limits<int>::max() ? output.indices(most) : nullptr;
+  if (!m_indices) m_numIndices = m_numFacets = 0;
+  output.cells.reset(m_numFacets + m_numQuads / 2);
+  output.cells.resize(m_numFacets);
+  if (!m_indices) {
+    output.indices(0);
+    return;
+  }
+  if (PiParallel::numThreads() > 1 && numGroups() > 1)
+    writeFacetsInGroups();
+  else
+    writeFacets();
+  finishLevelSurf(input.asStrips, m_indices, m_numIndices, output);
 }
 
 void PiIndexedLevelSurf::findSides() {
@@ -72,7 +88,7 @@ void PiIndexedLevelSurf::findSides() {
 }
 
 void PiIndexedLevelSurf::listCutCells() {
-  m_cutCells.resize(std::max(m_cutCells.size(), static_cast<std::size_t>(numBlocks())));
+  m_blocks.resize(std::max(m_blocks.size(), static_cast<std::size_t>(numBlocks())));
   PiParallel::run(numBlocks(), [this](int block) {
     const int size = m_cells->areAllWhole() ? m_cells->cellSize() : 0;
     if (size == 8)
@@ -84,7 +100,7 @@ void PiIndexedLevelSurf::listCutCells() {
   });
   if (!m_input->accepts) return;
   for (int block = 0; block < numBlocks(); ++block) {
-    PiGrowBuffer<CutCell>& cut = m_cutCells[static_cast<std::size_t>(block)];
+    PiGrowBuffer<CutCell>& cut = m_blocks[static_cast<std::size_t>(block)].cutCells;
     CutCell* end = std::remove_if(cut.begin(), cut.end(), [&](const CutCell& c) { return !m_input->accepts(c.cell); });
     cut.resize(static_cast<std::size_t>(end - cut.begin()));
   }
@@ -93,7 +109,7 @@ void PiIndexedLevelSurf::listCutCells() {
 /// `kCellSize` is the number of nodes of every cell, all of them whole; or 0 if they may differ.
 template <int kCellSize>
 void PiIndexedLevelSurf::listCutCells(int block) {
-  PiGrowBuffer<CutCell>& cut = m_cutCells[static_cast<std::size_t>(block)];
+  PiGrowBuffer<CutCell>& cut = m_blocks[static_cast<std::size_t>(block)].cutCells;
   cut.clear();
   const std::uint8_t* sides = m_sides.data();
   const auto look = [&](int cell, std::span<const int> nodes) {
@@ -126,52 +142,191 @@ void PiIndexedLevelSurf::listCutCells(int block) {
   }
 }
 
-void PiIndexedLevelSurf::writeFacets() {
+/// Counts what each block will write, and where it goes.
+void PiIndexedLevelSurf::countFacets() {
   const std::array<const PiFlatCases*, 8> tables = tablesByCode(m_input->asStrips);
-  std::size_t numIndices = 0, numFacets = 0, numQuads = 0;
-  const auto blocks = std::span(m_cutCells.data(), static_cast<std::size_t>(numBlocks()));
-  for (const PiGrowBuffer<CutCell>& block : blocks)
-    for (const CutCell& cut : block) {
+  PiParallel::run(numBlocks(), [&](int b) {
+    Block& block = m_blocks[static_cast<std::size_t>(b)];
+    block.numIndices = block.numFacets = block.numQuads = 0;
+    for (const CutCell& cut : block.cutCells) {
       const PiFlatCase& flat = (*tables[cut.code >> 8])[cut.code & 255];
-      numIndices += flat.numEntries;
-      numFacets += flat.numFacets;
-      numQuads += flat.numQuads;
+      block.numIndices += flat.numEntries;
+      block.numFacets += flat.numFacets;
+      block.numQuads += flat.numQuads;
     }
-  const std::size_t most = numIndices + numQuads / 2 * 5;
-  int* indices = most < std::numeric_limits<int>::max() ? m_output->indices(most) : nullptr;
-  m_output->cells.reset(numFacets + numQuads / 2);
-  m_output->cells.resize(indices ? numFacets : 0);
-  if (!indices) {
-    m_output->indices(0);
-    return;
+  });
+  m_numIndices = m_numFacets = m_numQuads = 0;
+  for (Block& block : std::span(m_blocks.data(), static_cast<std::size_t>(numBlocks()))) {
+    block.firstIndex = m_numIndices;
+    block.firstFacet = m_numFacets;
+    m_numIndices += block.numIndices;
+    m_numFacets += block.numFacets;
+    m_numQuads += block.numQuads;
   }
+}
 
-  int* out = indices;
-  int* outCells = m_output->cells.data();
+/// Writes the facets of some blocks. `addPoint(a, b, point)` gives the point on an edge, and `propose(corners, cell)`
+/// takes the optional quadrangles.
+template <class AddPoint, class Propose>
+void PiIndexedLevelSurf::writeBlocks(int firstBlock, int endBlock, AddPoint&& addPoint, Propose&& propose) const {
+  const std::array<const PiFlatCases*, 8> tables = tablesByCode(m_input->asStrips);
+  if (firstBlock == endBlock) return;
+  int* out = m_indices + m_blocks[static_cast<std::size_t>(firstBlock)].firstIndex;
+  int* outCells = m_output->cells.data() + m_blocks[static_cast<std::size_t>(firstBlock)].firstFacet;
   std::array<int, 16> points;
   points[PiFlatCase::kEnd] = -1;
-  for (const PiGrowBuffer<CutCell>& block : blocks)
-    for (const CutCell& cut : block) {
+  for (int b = firstBlock; b < endBlock; ++b)
+    for (const CutCell& cut : m_blocks[static_cast<std::size_t>(b)].cutCells) {
       const PiFlatCases& table = *tables[cut.code >> 8];
       const unsigned id = cut.code & 255;
       const PiFlatCase& flat = table[id];
       const int* nodes = m_cells->given(cut.cell).data();
       for (unsigned e = 0; e < flat.numEdges; ++e) {
         const unsigned edge = flat.edges[e];
-        const auto& [a, b] = table.ends(edge);
-        m_output->points.add(nodes[a], nodes[b], points[edge]);
+        const auto& [a, b2] = table.ends(edge);
+        addPoint(nodes[a], nodes[b2], points[edge]);
       }
       for (unsigned entry = 0; entry < flat.numEntries; ++entry) *out++ = points[flat.entries[entry]];
       for (unsigned facet = 0; facet < flat.numFacets; ++facet) *outCells++ = cut.cell;
       const std::uint8_t* edges = table.quads(id);
       for (unsigned quad = 0; quad < flat.numQuads; ++quad, edges += 4)
-        m_output->quadrangles.add({points[edges[0]], points[edges[1]], points[edges[2]], points[edges[3]]}, cut.cell);
+        propose({points[edges[0]], points[edges[1]], points[edges[2]], points[edges[3]]}, cut.cell);
     }
-  finishLevelSurf(m_input->asStrips, indices, numIndices, *m_output);
+}
+
+void PiIndexedLevelSurf::writeFacets() {
+  writeBlocks(
+      0, numBlocks(), [this](int a, int b, int& point) { m_output->points.add(a, b, point); },
+      [this](const std::array<int, 4>& corners, int cell) { m_output->quadrangles.add(corners, cell); });
+}
+
+// --- with several threads -------------------------------------------------------------------------------------------
+
+int PiIndexedLevelSurf::numGroups() const { return std::min(numBlocks(), kMostGroups); }
+
+void PiIndexedLevelSurf::writeFacetsInGroups() {
+  const auto numNodes = static_cast<std::size_t>(m_cells->numNodes());
+  if (m_users.size() != numNodes) m_users = std::vector<std::atomic<std::uint8_t>>(numNodes);
+  PiParallel::forBlocks(numNodes, kNodesInBlock, [this](std::size_t begin, std::size_t end) {
+    for (std::size_t node = begin; node < end; ++node) m_users[node].store(0, std::memory_order_relaxed);
+  });
+  m_groups.resize(static_cast<std::size_t>(kMostGroups));
+  // Each group numbers its points by itself.
+  PiParallel::run(numGroups(), [this](int g) {
+    Group& group = m_groups[static_cast<std::size_t>(g)];
+    group.points.clear();
+    group.proposals.clear();
+    const auto own = static_cast<std::uint8_t>(g + 1);
+    const auto use = [this, own](int node) {
+      std::atomic<std::uint8_t>& user = m_users[static_cast<std::size_t>(node)];
+      std::uint8_t found = user.load(std::memory_order_relaxed);
+      if (found == own || found == kSeveral) return;
+      if (found == 0 && user.compare_exchange_strong(found, own, std::memory_order_relaxed)) return;
+      user.store(kSeveral, std::memory_order_relaxed);
+    };
+    writeBlocks(
+        firstBlockOf(g), firstBlockOf(g + 1),
+        [&group, &use](int a, int b, int& point) {
+          if (!group.points.add(a, b, point)) return;
+          use(a);
+          use(b);
+        },
+        [&group](const std::array<int, 4>& corners, int cell) {
+          group.proposals.push_back({corners, cell});
+        });
+  });
+  findDuplicates();
+  numberPoints();
+  for (int g = 0; g < numGroups(); ++g) {
+    const Group& group = m_groups[static_cast<std::size_t>(g)];
+    for (const Proposal& proposal : group.proposals) {
+      std::array<int, 4> corners = proposal.corners;
+      for (int& corner : corners) corner = group.numbers[static_cast<std::size_t>(corner)];
+      m_output->quadrangles.add(corners, proposal.cell);
+    }
+  }
+}
+
+/// Finds the points that an earlier group has already.
+void PiIndexedLevelSurf::findDuplicates() {
+  PiParallel::run(numGroups(), [this](int g) {
+    Group& group = m_groups[static_cast<std::size_t>(g)];
+    group.shared.clear();
+    const auto isShared = [this](int node) {
+      return m_users[static_cast<std::size_t>(node)].load(std::memory_order_relaxed) == kSeveral;
+    };
+    int point = 0;
+    for (const PiSurfacePoint& cut : group.points.points()) {
+      if (isShared(cut.a) && isShared(cut.b)) group.shared.push_back(point);
+      ++point;
+    }
+  });
+  m_shared.clear();
+  m_owners.clear();
+  for (int g = 0; g < numGroups(); ++g) {
+    Group& group = m_groups[static_cast<std::size_t>(g)];
+    group.duplicates.clear();
+    for (const int point : group.shared) {
+      const PiSurfacePoint& cut = group.points.points()[static_cast<std::size_t>(point)];
+      int pair = 0;
+      if (m_shared.add(cut.a, cut.b, pair)) {
+        m_owners.emplace_back(g, point);
+      } else {
+        const auto& [owner, ownerPoint] = m_owners[static_cast<std::size_t>(pair)];
+        group.duplicates.push_back({point, owner, ownerPoint});
+      }
+    }
+  }
+}
+
+int PiIndexedLevelSurf::rankOf(int group, int point) const {
+  const std::vector<Duplicate>& duplicates = m_groups[static_cast<std::size_t>(group)].duplicates;
+  const auto before = std::lower_bound(duplicates.begin(), duplicates.end(), point,
+                                       [](const Duplicate& duplicate, int p) { return duplicate.point < p; });
+  return point - static_cast<int>(before - duplicates.begin());
+}
+
+/// Numbers the points of all groups, puts them into the output, and brings the indices up to date.
+void PiIndexedLevelSurf::numberPoints() {
+  std::size_t numPoints = 0;
+  for (int g = 0; g < numGroups(); ++g) {
+    Group& group = m_groups[static_cast<std::size_t>(g)];
+    group.firstPoint = numPoints;
+    numPoints += group.points.size() - group.duplicates.size();
+  }
+  PiGrowBuffer<PiSurfacePoint>& points = m_output->points.points();
+  points.reset(numPoints);
+  PiParallel::run(numGroups(), [this, &points](int g) {
+    Group& group = m_groups[static_cast<std::size_t>(g)];
+    group.numbers.reset(group.points.size());
+    auto duplicate = group.duplicates.begin();
+    std::size_t next = group.firstPoint;
+    for (std::size_t point = 0; point < group.points.size(); ++point) {
+      if (duplicate != group.duplicates.end() && duplicate->point == static_cast<int>(point)) {
+        const std::size_t first = m_groups[static_cast<std::size_t>(duplicate->owner)].firstPoint;
+        group.numbers[point] = static_cast<int>(first) + rankOf(duplicate->owner, duplicate->ownerPoint);
+        ++duplicate;
+      } else {
+        group.numbers[point] = static_cast<int>(next);
+        points[next++] = group.points.points()[point];
+      }
+    }
+    for (int b = firstBlockOf(g); b < firstBlockOf(g + 1); ++b) {
+      const Block& block = m_blocks[static_cast<std::size_t>(b)];
+      int* index = m_indices + block.firstIndex;
+      for (int* end = index + block.numIndices; index != end; ++index)
+        if (*index >= 0) *index = group.numbers[static_cast<std::size_t>(*index)];
+    }
+  });
 }
 
 std::size_t PiIndexedLevelSurf::memorySize() const {
-  std::size_t size = m_sides.capacity();
-  for (const PiGrowBuffer<CutCell>& block : m_cutCells) size += block.capacity() * sizeof(CutCell);
+  std::size_t size = m_sides.capacity() + m_users.capacity() + m_shared.tableMemorySize() + m_shared.pointMemorySize() +
+                     m_owners.capacity() * sizeof(std::pair<int, int>);
+  for (const Block& block : m_blocks) size += block.cutCells.capacity() * sizeof(CutCell);
+  for (const Group& group : m_groups)
+    size += group.points.tableMemorySize() + group.points.pointMemorySize() +
+            (group.shared.capacity() + group.numbers.capacity()) * sizeof(int) +
+            group.duplicates.capacity() * sizeof(Duplicate) + group.proposals.capacity() * sizeof(Proposal);
   return size;
 }
