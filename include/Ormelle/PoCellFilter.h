@@ -19,7 +19,7 @@ class ORMELLE_API PoCellFilter : public PoNode {
 
  public:
   /// Whether the cell is shown. `value` is the kit's value of that cell, 0 if it has none. Called once or more for each
-  /// cell at each rebuild.
+  /// cell that may come into sight, at each rebuild.
   virtual int acceptCell(int cellIndex, float value) const = 0;
 
   void doAction(SoAction* action) override;
