@@ -34,7 +34,6 @@ const float* PbMesh2D::getZcoord() const { return m_zCoord; }
 void PbMesh2D::meshLines(PoMeshLines*) const {}
 void PbMesh2D::meshFilled(PoMeshFilled*) const {}
 void PbMesh2D::meshContouring(PiContouring*, const float*) const {}
-void PbMesh2D::mesh2DVec(PoMesh2DVec*) const {}
 
 int PbMesh2D::hasSidesNormals() const { return 0; }
 void PbMesh2D::getSidesNormals(SbVec3f*& normals, const PbArrayOfInt&) const { normals = nullptr; }

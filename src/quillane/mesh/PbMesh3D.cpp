@@ -22,7 +22,6 @@ void PbMesh3D::meshLevelSurfShapeIndices(PoMesh3D*, int, const float*) const {}
 void PbMesh3D::meshCrossSection(PoMeshCrossSection*) const {}
 void PbMesh3D::meshCrossContour(PoMeshCrossContour*) const {}
 void PbMesh3D::meshSkeleton(PoMeshSkeleton*, const float*, float*, float*, float*) const {}
-void PbMesh3D::mesh3DVec(PoMesh3DVec*) const {}
 
 int PbMesh3D::isCrossSectionOptimal() const { return 0; }
 int PbMesh3D::evaluateSkinFacesNum() const { return 0; }

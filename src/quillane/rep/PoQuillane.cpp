@@ -4,7 +4,9 @@
 #include <Ormelle/PbPyramidCell.h>
 #include <Ormelle/PbTetrahedronCell.h>
 #include <Ormelle/PbWedgeCell.h>
+#include <Ormelle/PoMesh2DVec.h>
 #include <Ormelle/PoMesh3D.h>
+#include <Ormelle/PoMesh3DVec.h>
 #include <Ormelle/PoMeshContouring.h>
 #include <Ormelle/PoMeshCrossContour.h>
 #include <Ormelle/PoMeshCrossSection.h>
@@ -23,12 +25,27 @@ PO_KIT_ABSTRACT_SOURCE(PoQuillane)
 
 namespace {
 
+// clang-format off
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
-constexpr PiClassEntry kSurfaces[] = {PI_CLASS(PoMesh2D),    PI_CLASS(PoMeshLines), PI_CLASS(PoMeshFilled),
-                                      PI_CLASS(PoMeshSides), PI_CLASS(PoMeshLimit), PI_CLASS(PoMeshContouring)};
-constexpr PiClassEntry kVolumes[] = {PI_CLASS(PoMesh3D),           PI_CLASS(PoMeshSkin),
-                                     PI_CLASS(PoMeshLevelSurf),    PI_CLASS(PoMeshCrossSection),
-                                     PI_CLASS(PoMeshCrossContour), PI_CLASS(PoMeshSkeleton)};
+constexpr PiClassEntry kSurfaces[] = {
+    PI_CLASS(PoMesh2D),
+    PI_CLASS(PoMesh2DVec),
+    PI_CLASS(PoMeshLines),
+    PI_CLASS(PoMeshFilled),
+    PI_CLASS(PoMeshSides),
+    PI_CLASS(PoMeshLimit),
+    PI_CLASS(PoMeshContouring),
+};
+constexpr PiClassEntry kVolumes[] = {
+    PI_CLASS(PoMesh3D),
+    PI_CLASS(PoMesh3DVec),
+    PI_CLASS(PoMeshSkin),
+    PI_CLASS(PoMeshLevelSurf),
+    PI_CLASS(PoMeshCrossSection),
+    PI_CLASS(PoMeshCrossContour),
+    PI_CLASS(PoMeshSkeleton),
+};
+// clang-format on
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),
                                    PI_TABLES(PbWedgeCell)};
 

@@ -1,0 +1,5 @@
+#include <Ormelle/PoVectorGlyphs.h>
+
+PoVectorGlyphs::PoVectorGlyphs() = default;
+
+PoVectorGlyphs::~PoVectorGlyphs() = default;
