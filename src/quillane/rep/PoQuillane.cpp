@@ -7,6 +7,8 @@
 #include <Ormelle/PoMesh2DVec.h>
 #include <Ormelle/PoMesh3D.h>
 #include <Ormelle/PoMesh3DVec.h>
+#include <Ormelle/PoMesh3DVecCrossSection.h>
+#include <Ormelle/PoMesh3DVecGridCrossSection.h>
 #include <Ormelle/PoMeshContouring.h>
 #include <Ormelle/PoMeshCrossContour.h>
 #include <Ormelle/PoMeshCrossSection.h>
@@ -44,6 +46,8 @@ constexpr PiClassEntry kVolumes[] = {
     PI_CLASS(PoMeshCrossSection),
     PI_CLASS(PoMeshCrossContour),
     PI_CLASS(PoMeshSkeleton),
+    PI_CLASS(PoMesh3DVecCrossSection),
+    PI_CLASS(PoMesh3DVecGridCrossSection),
 };
 // clang-format on
 constexpr PiClassEntry kCells[] = {PI_TABLES(PbHexahedronCell), PI_TABLES(PbPyramidCell), PI_TABLES(PbTetrahedronCell),

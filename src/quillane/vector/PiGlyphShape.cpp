@@ -116,6 +116,23 @@ PiGlyphShape PiGlyphShape::cone(int numSides, float radiusOfHeight, bool isRever
   return shape;
 }
 
+PiGlyphShape PiGlyphShape::coarseCone(int numSides, float radiusOfHeight, bool isReversed) {
+  PiGlyphShape shape;
+  for (int i = 0; i < numSides; ++i) {
+    SbVec3f normal = onCircle(i, numSides) + SbVec3f(radiusOfHeight, 0, 0);
+    normal.normalize();
+    shape.points.push_back(onCircle(i, numSides));
+    shape.normals.push_back(normal);
+  }
+  shape.points.emplace_back(1.0f, 0.0f, 0.0f);
+  shape.normals.emplace_back(1.0f, 0.0f, 0.0f);
+  for (int i = 0; i < numSides; ++i) shape.addFace({i, (i + 1) % numSides, numSides});
+  for (int i = 0; i < numSides; ++i) shape.indices.push_back(i);
+  shape.indices.push_back(-1);
+  if (isReversed) shape.reverse();
+  return shape;
+}
+
 PiGlyphShape PiGlyphShape::sphere(int numSides) {
   PiGlyphShape shape;
   const int numRings = std::max(2, numSides / 2) - 1;

@@ -23,6 +23,8 @@ struct PiGlyphShape {
   static PiGlyphShape rectangle();
   static PiGlyphShape cylinder(int numSides);
   static PiGlyphShape cone(int numSides, float radiusOfHeight, bool isReversed);
+  /// The same of a third of the points, shared by sides and base, for glyphs that are small in the picture.
+  static PiGlyphShape coarseCone(int numSides, float radiusOfHeight, bool isReversed);
   /// About the origin, of radius 1 in all directions: stretched to equal height and radius.
   static PiGlyphShape sphere(int numSides);
 

@@ -105,10 +105,9 @@ PiGlyphEmitter::Colors PiVectorRep::colors(int coloring, const PbDataMapping* ma
   return {};
 }
 
-/// The more glyphs there are, the smaller each is drawn.
 int PiVectorRep::numSides() const {
   const std::size_t num = m_field.vectors().size();
-  return num < 3000 ? 20 : num < 30000 ? 10 : 6;
+  return num < 3000 ? 20 : num < 30000 ? 10 : 5;
 }
 
 void PiVectorRep::buildBodies(const PbDataMapping* mapping, const float* scalars, SoGroup* group) {
@@ -153,7 +152,8 @@ void PiVectorRep::buildArrows(bool isAtEnd, const PbDataMapping* mapping, const 
       break;
     case PoVectorGlyphs::CONE:
     case PoVectorGlyphs::INDIRECT_CONE:
-      shape = PiGlyphShape::cone(numSides(), arrow.radiusOfHeight, arrow.shape == PoVectorGlyphs::INDIRECT_CONE);
+      shape = (isCoarse() ? PiGlyphShape::coarseCone : PiGlyphShape::cone)(
+          numSides(), arrow.radiusOfHeight, arrow.shape == PoVectorGlyphs::INDIRECT_CONE);
       break;
     case PoVectorGlyphs::SPHERE:
       shape = PiGlyphShape::sphere(numSides());

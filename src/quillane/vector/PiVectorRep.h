@@ -39,7 +39,9 @@ class PiVectorRep {
   };
 
   PiGlyphEmitter::Colors colors(int coloring, const PbDataMapping* mapping, const float* scalars) const;
+  /// The more glyphs there are, the smaller each is drawn.
   int numSides() const;
+  bool isCoarse() const { return numSides() < 10; }
 
   PiVectorField m_field;
   int m_bodyShape = PoVectorGlyphs::LINE;

@@ -12,6 +12,8 @@
 #include <Ormelle/PoBase.h>
 #include <Ormelle/PoMesh2DVec.h>
 #include <Ormelle/PoMesh3DVec.h>
+#include <Ormelle/PoMesh3DVecCrossSection.h>
+#include <Ormelle/PoMesh3DVecGridCrossSection.h>
 #include <Ormelle/PoOrmelle.h>
 
 #include "quillane/vector/PiGlyphEmitter.h"
@@ -94,6 +96,7 @@ TEST(GlyphShape, SolidsFaceOutwards) {
   const double pi = 3.14159265;
   EXPECT_NEAR(enclosed(PiGlyphShape::cone(64, 1, false)) / 6, pi / 3, 0.01);
   EXPECT_NEAR(enclosed(PiGlyphShape::cone(64, 1, true)) / 6, pi / 3, 0.01);
+  EXPECT_NEAR(enclosed(PiGlyphShape::coarseCone(64, 1, false)) / 6, pi / 3, 0.01);
   EXPECT_NEAR(enclosed(PiGlyphShape::sphere(64)) / 6, pi * 4 / 3, 0.02);
   for (const PiGlyphShape& shape :
        {PiGlyphShape::cone(7, 0.5f, true), PiGlyphShape::sphere(5), PiGlyphShape::cylinder(3)}) {
@@ -194,6 +197,50 @@ TEST_F(VectorKit, EveryShapeIsFiniteAndTheSameForAnyNumberOfThreads) {
       for (int k = 0; k < 3; ++k)
         ASSERT_EQ(one.triangles[i][static_cast<std::size_t>(k)].point,
                   three.triangles[i][static_cast<std::size_t>(k)].point);
+  }
+}
+
+/// A linear field is interpolated without error, wherever a plane or a grid takes it.
+TEST_F(VectorKit, SectionsTakeVectorsFromThePlane) {
+  PbRegularCartesianGrid3D grid(9, 9, 9, 0, 0, 0, 4, 4, 4, 1);
+  std::vector<SbVec3f> vectors;
+  std::vector<float> values;
+  for (int i = 0; i < 729; ++i) {
+    const SbVec3f p = grid.getNodeCoord(i);
+    vectors.push_back(SbVec3f(p[1], -p[0], 2));
+    values.push_back(p[0]);
+  }
+  grid.addVecsSet(0, vectors.data(), "v");
+  grid.addValuesSet(0, values.data(), "s");
+  PbLinearDataMapping mapping;
+  mapping.setValues(0, SbColor(0, 0, 0), 4, SbColor(1, 0, 0));
+  const SbVec3f normal(0.6f, 0, 0.8f);
+  for (const bool isGrid : {false, true}) {
+    NodePtr<PoMesh3DVecCrossSection> kit(isGrid ? new PoMesh3DVecGridCrossSection : new PoMesh3DVecCrossSection);
+    kit->setMesh(&grid);
+    kit->setDataMapping(&mapping);
+    kit->vecsIndex = 0;
+    kit->valuesIndex = 0;
+    kit->bodyLengthFactor = 0.5f;
+    kit->bodyColoringType = PoVectorGlyphs::SCALAR_MAPPING_COLOR;
+    kit->endArrowShape = PoVectorGlyphs::NO_SHAPE;
+    kit->plane = SbPlane(normal, 2.03f);
+    for (const int projection : {0, 1, 2}) {
+      kit->projectionType = projection;
+      const Soup soup = Soup::of(kit.get());
+      EXPECT_GE(soup.segments.size(), 25u);
+      for (const SoupSegment& segment : soup.segments) {
+        const SbVec3f from = segment[0].point;
+        SbVec3f expected = SbVec3f(from[1], -from[0], 2) * 0.5f;
+        if (projection == 1) expected -= normal * expected.dot(normal);
+        if (projection == 2) expected = normal * expected.dot(normal);
+        EXPECT_NEAR(from.dot(normal), 2.03f, 1e-4);
+        EXPECT_LT((segment[1].point - from - expected).length(), 1e-4);
+        EXPECT_NEAR(segment[0].color[0], from[0] / 4, 2e-3);
+      }
+    }
+    kit->plane = SbPlane(normal, 99);
+    EXPECT_EQ(Soup::of(kit.get()).segments.size(), 0u);
   }
 }
 
