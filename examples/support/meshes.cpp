@@ -162,11 +162,16 @@ PoPolarGrid2D* atmosphereRoundPole(const Atmosphere& air, int level) {
   return polar;
 }
 
-// The whole of it, in degrees and kilometres: the height of a pressure is that in an atmosphere of one temperature.
-PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air) {
+// In kilometres: the height of a pressure in an atmosphere of one temperature.
+float heightOf(float pressure) {
   constexpr float scaleHeight = 7.4f;
+  return scaleHeight * std::log(1000 / pressure);
+}
+
+// The whole of it, in degrees and kilometres.
+PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air) {
   std::vector<float> heights;
-  for (const float pressure : air.pressures()) heights.push_back(scaleHeight * std::log(1000 / pressure));
+  for (const float pressure : air.pressures()) heights.push_back(heightOf(pressure));
   std::vector<float> temperatures;
   std::vector<SbVec3f> winds;
   for (int i = 0; i < air.numLongitudes(); ++i) {
@@ -185,6 +190,59 @@ PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air) {
   return grid;
 }
 
+// The whole of it round a ball of radius 10, north upwards: hexahedra that meet again at the first meridian, and wedges
+// at the poles, which have the mean of the last parallel. A kilometre of height is 0.15, some 95 times too much beside
+// the radius of the earth. Set 1 is the layer of a cell, from 0 at the ground.
+PoIndexedMesh3D* atmosphereRoundBall(const Atmosphere& air) {
+  constexpr int kStep = 2;  // of the meridians
+  const int numX = air.numLongitudes() / kStep, numY = air.numLatitudes(), numZ = sizeOf(air.pressures());
+  std::vector<float> x, y, z, temperatures;
+  const auto addNode = [&](float longitude, float latitude, int level, float kelvin) {
+    const float radius = 10 + 0.15f * heightOf(air.pressures()[static_cast<std::size_t>(level)]);
+    const float phi = longitude * kRadiansPerDegree, theta = latitude * kRadiansPerDegree;
+    x.push_back(radius * std::cos(theta) * std::cos(phi));
+    y.push_back(radius * std::cos(theta) * std::sin(phi));
+    z.push_back(radius * std::sin(theta));
+    temperatures.push_back(kelvin - 273.15f);
+  };
+  for (int i = 0; i < numX; ++i)
+    for (int j = 0; j < numY; ++j)
+      for (int k = 0; k < numZ; ++k)
+        addNode(air.longitudes()[static_cast<std::size_t>(i * kStep)], air.latitudes()[static_cast<std::size_t>(j)], k,
+                air.temperature(k, i * kStep, j));
+  for (const int j : {0, numY - 1})
+    for (int k = 0; k < numZ; ++k) {
+      float sum = 0;
+      for (int i = 0; i < air.numLongitudes(); ++i) sum += air.temperature(k, i, j);
+      addNode(0, j == 0 ? -90.0f : 90.0f, k, sum / static_cast<float>(air.numLongitudes()));
+    }
+
+  std::vector<int> nodes, sizes;
+  std::vector<float> layers;
+  const auto node = [=](int i, int j, int k) { return (i % numX * numY + j) * numZ + k; };
+  for (int i = 0; i < numX; ++i)
+    for (int j = -1; j < numY; ++j)
+      for (int k = 0; k + 1 < numZ; ++k) {
+        const std::size_t before = nodes.size();
+        for (const int level : {k, k + 1}) {
+          if (j < 0)
+            nodes.insert(nodes.end(), {numX * numY * numZ + level, node(i + 1, 0, level), node(i, 0, level)});
+          else if (j == numY - 1)
+            nodes.insert(nodes.end(), {node(i, j, level), node(i + 1, j, level), (numX * numY + 1) * numZ + level});
+          else
+            nodes.insert(nodes.end(),
+                         {node(i, j, level), node(i + 1, j, level), node(i + 1, j + 1, level), node(i, j + 1, level)});
+        }
+        sizes.push_back(static_cast<int>(nodes.size() - before));
+        layers.push_back(static_cast<float>(k));
+      }
+  auto* mesh = new PoIndexedMesh3D;
+  mesh->setGeometry(sizeOf(x), x.data(), y.data(), z.data(), sizeOf(layers), nodes.data(), sizes.data());
+  mesh->addValuesSet(0, temperatures.data(), "temperature in degrees Celsius");
+  mesh->addValuesSet(1, layers.data(), PbMesh::PER_CELL, "layer");
+  return mesh;
+}
+
 void writeAtmosphere() {
   const Atmosphere air;
   write("atmosphere_1000hPa", atmosphereLevel(air, 0));
@@ -192,6 +250,7 @@ void writeAtmosphere() {
   write("atmosphere_100hPa", atmosphereLevel(air, 9));
   write("atmosphere_north_850hPa", atmosphereRoundPole(air, 1));
   write("atmosphere", atmosphereVolume(air));
+  write("atmosphere_ball", atmosphereRoundBall(air));
 }
 
 // ---- Oxygen in the ocean, without a value on land -------------------------------------------------------------------
