@@ -1,3 +1,4 @@
+#include <Ormelle/PoAutoValueLegend.h>
 #include <Ormelle/PoAxis.h>
 #include <Ormelle/PoBaseAxis.h>
 #include <Ormelle/PoCartesianAxis.h>
@@ -8,9 +9,14 @@
 #include <Ormelle/PoCurveLine.h>
 #include <Ormelle/PoGenAxis.h>
 #include <Ormelle/PoHistogram.h>
+#include <Ormelle/PoLegend.h>
 #include <Ormelle/PoLinearAxis.h>
+#include <Ormelle/PoLinearValueLegend.h>
 #include <Ormelle/PoLogAxis.h>
 #include <Ormelle/PoMultipleHistogram.h>
+#include <Ormelle/PoNonLinearValueLegend1.h>
+#include <Ormelle/PoNonLinearValueLegend2.h>
+#include <Ormelle/PoNonLinearValueLegend3.h>
 #include <Ormelle/PoPieChart.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoPieChart3D.h>
@@ -20,6 +26,7 @@
 #include <Ormelle/PoTavernel.h>
 #include <Ormelle/PoTimeAxis.h>
 #include <Ormelle/PoTube.h>
+#include <Ormelle/PoValueLegend.h>
 
 #include "graph/frame/PiClassTable.h"
 
@@ -38,7 +45,7 @@ constexpr PiClassEntry kClasses[] = {
     PI_CLASS(PoLinearAxis),
     PI_CLASS(PoGenAxis),
     PI_CLASS(PoLogAxis),
-    PI_CLASS(PoTimeAxis),
+    PI_CLASS(PoTimeAxis), PI_CLASS(PoLegend), PI_CLASS(PoValueLegend), PI_CLASS(PoAutoValueLegend), PI_CLASS(PoLinearValueLegend), PI_CLASS(PoNonLinearValueLegend1), PI_CLASS(PoNonLinearValueLegend2), PI_CLASS(PoNonLinearValueLegend3),
     PI_CLASS(PoHistogram),
     PI_CLASS(PoSingleHistogram),
     PI_CLASS(PoMultipleHistogram),
