@@ -131,13 +131,19 @@ struct Line {
     }
     return false;
   }
-  double diagonalSquare() const {
-    double minX = kInfinity, minY = kInfinity, maxX = -kInfinity, maxY = -kInfinity;
+  /// Of the box of the line; in a polygon, of its largest part in there.
+  double diagonalSquare(const Polygon& polygon) const {
+    double greatest = 0, minX = kInfinity, minY = kInfinity, maxX = -kInfinity, maxY = -kInfinity;
     for (const Point& p : points) {
+      if (!polygon.empty() && !isInside(p, polygon)) {
+        minX = minY = kInfinity, maxX = maxY = -kInfinity;
+        continue;
+      }
       minX = std::min(minX, p.x), maxX = std::max(maxX, p.x);
       minY = std::min(minY, p.y), maxY = std::max(maxY, p.y);
+      greatest = std::max(greatest, (maxX - minX) * (maxX - minX) + (maxY - minY) * (maxY - minY));
     }
-    return (maxX - minX) * (maxX - minX) + (maxY - minY) * (maxY - minY);
+    return greatest;
   }
 };
 
@@ -305,7 +311,7 @@ struct Case {
     for (std::size_t l = 0; l < major.size(); ++l) {
       // The labels of a level are all of one size; those of a level without any have that of another.
       const auto size = sizes.count(major[l].level) ? sizes.find(major[l].level) : sizes.begin();
-      if (size == sizes.end() || 1.5 * size->second >= major[l].diagonalSquare()) continue;
+      if (size == sizes.end() || 1.5 * size->second >= major[l].diagonalSquare(polygon)) continue;
       ++counts.longLines;
       counts.labelledLines += isLabelled[l];
     }

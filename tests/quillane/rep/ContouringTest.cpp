@@ -137,6 +137,10 @@ TEST_F(ContouringTest, LabelsHaveTheSizeAndGapOfTheReference) {
   EXPECT_EQ(texts(), (Texts{"0.5", "3.5", "6.5", "9.5"}));
   EXPECT_FLOAT_EQ(nodesIn<SoFont>("annotText").at(0)->size.getValue(), 0.4F) << "a 25th of the domain";
   EXPECT_EQ(part("transform"), nullptr);
+  domain.setDomain(0, 0, 20, 20, PbDomain::BOX_AS_GIVEN);
+  traverse();
+  EXPECT_FLOAT_EQ(nodesIn<SoFont>("annotText").at(0)->size.getValue(), 0.8F) << "the domain has changed";
+  domain.setDomain(0, 0, 10, 10, PbDomain::BOX_AS_GIVEN);
 
   kit->annotFontSize = 0.15F;
   kit->annotGap = 0.3F;
