@@ -64,6 +64,13 @@ SoGroup* makePolylines(std::span<const Vec> points) {
 
 }  // namespace
 
+void PiCurveShapes::addOffset(SoGroup& group) {
+  auto* offset = new SoPolygonOffset;
+  group.addChild(offset);
+  // By what the plane goes back over the half of a line some pixels wide, where it is seen at a slant.
+  offset->factor = 3;
+}
+
 SoGroup* PiCurveShapes::makeLines(std::span<const SbVec2f> points) { return makePolylines(points); }
 
 SoGroup* PiCurveShapes::makeLines(std::span<const SbVec3f> points) { return makePolylines(points); }
@@ -87,8 +94,7 @@ SoGroup* PiCurveShapes::makeRaisedLines(std::span<const SbVec2f> places, float t
 SoGroup* PiCurveShapes::makeFilling(PiCurveFill fill) {
   if (fill.numCorners.empty()) return nullptr;
   auto* group = new SoGroup;
-  // The curve and all other lines lie in the same plane, in front.
-  group->addChild(new SoPolygonOffset);
+  addOffset(*group);
   auto* hints = new SoShapeHints;
   group->addChild(hints);
   hints->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;  // light on either side

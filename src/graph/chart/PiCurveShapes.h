@@ -21,6 +21,9 @@ struct Marker {
   SbVec3f stretch;  ///< how the coordinates of the markers are stretched, which the texts are to be kept from
 };
 
+/// Lets lines in the same plane be in front of the faces that follow.
+void addOffset(SoGroup& group);
+
 /// A polyline for each run of finite points.
 /// @{
 SoGroup* makeLines(std::span<const SbVec2f> points);

@@ -7,12 +7,13 @@
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoNormal.h>
 #include <Inventor/nodes/SoNormalBinding.h>
-#include <Inventor/nodes/SoPolygonOffset.h>
 #include <Inventor/nodes/SoShapeHints.h>
 
 #include <algorithm>
 #include <cassert>
 #include <utility>
+
+#include "graph/chart/PiCurveShapes.h"
 
 namespace {
 
@@ -82,8 +83,7 @@ SoGroup* PiSweep::finish(const Look& look) {
   endRun();
   if (m_coordIndex.size() == 0) return nullptr;
   auto* group = new SoGroup;
-  // What lies in a plane has its lines in the same plane, in front.
-  if (m_kind == FLAT) group->addChild(new SoPolygonOffset);
+  if (m_kind == FLAT) PiCurveShapes::addOffset(*group);
   auto* hints = new SoShapeHints;
   group->addChild(hints);
   hints->vertexOrdering = SoShapeHints::COUNTERCLOCKWISE;
