@@ -157,13 +157,15 @@ void BM_ContourBandsKit(benchmark::State& state) {
   kit->setIsovaluesList(&list);
   kit->valuesIndex = 0;
   kit->coloringType = PoMesh::COLOR_CONTOURING;
-  kit->rebuild();
+  // The second rebuild is the first for which the old and the new nodes need memory at once.
+  for (int i = 0; i < 2; ++i) kit->rebuild();
   for (auto _ : state) kit->rebuild();
   kit->unref();
 }
 BENCHMARK(BM_ContourBandsKit)
     ->ArgNames({"n", "bands"})
     ->ArgsProduct({{1001, 2829}, {10, 50}})
+    ->MinTime(2)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace

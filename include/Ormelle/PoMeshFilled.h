@@ -24,6 +24,11 @@ class PiContouringFilled;
 /// has none (NaN), or if the mapping gives its value no colour or a transparency that reaches
 /// PbDataMapping::getTransparencyValueDeletedParts().
 ///
+/// Under `COLOR_CONTOURING` cells are cut into polygons between neighbouring isovalues, each in the colour of the lower
+/// one. An isovalue that is equal to values of nodes is cut a little beside them. Where the mapping has a threshold
+/// behind which parts are left out, a cell is first cut back to its nodes before the threshold, so that bands don't
+/// rise like walls towards what isn't shown.
+///
 /// @code
 /// PoMeshFilled* filled = new PoMeshFilled;
 /// filled->setMesh(&grid);

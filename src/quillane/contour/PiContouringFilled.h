@@ -31,8 +31,7 @@ class PiContouringFilled : public PiContouring {
 
   /// @name Cutting
   /// Cuts the surface by `values`, one for each of its points, all levels in one pass; null leaves no polygons. Takes
-  /// time in proportion to the cells and points, and once its memory is large enough allocates none. The results are
-  /// valid until the next call.
+  /// time and memory as PiContouringLines::extract() does. The results are valid until the next call.
   /// @{
   void cut(const float* values);
   /// The corners of each polygon in the order of its cell, and a -1: points of the surface, and from the number of

@@ -31,8 +31,8 @@ class PiContouringLines : public PiContouring {
   /// boundary of the surface or of cells that are left out. Lines and points are valid until the next call. Their order
   /// is always the same for the same input: first the open lines, then the closed ones.
   ///
-  /// Takes time in proportion to the cells and points, whatever the number of levels, and once its memory is large
-  /// enough allocates none.
+  /// Takes time in proportion to the cells and points, whatever the number of levels. Once its memory is large enough
+  /// it allocates none, but for a few words a level where one has to be moved off the values.
   std::span<const PiIsoline> extract(const float* values);
 
   std::size_t memorySize() const;
