@@ -153,4 +153,18 @@ void rebuildRegular(benchmark::State& state) {
 }
 BENCHMARK(rebuildRegular)->ArgsProduct({{257}, {1, 2}, {0, 1}})->Unit(benchmark::kMillisecond);
 
+// The time that passes with one thread, and with two.
+void cutInParallel(benchmark::State& state) {
+  const Volume& volume = volumeOf(200, false);
+  const auto& cube = volume.cube;
+  const PbHexahedronMesh3D mesh(static_cast<int>(cube.x.size()), cube.x.data(), cube.y.data(), cube.z.data(),
+                                static_cast<int>(volume.cells.size() / 8), volume.cells.data(), 0);
+  PiParallel::setNumThreads(static_cast<int>(state.range(0)));
+  PiMeshSection section;
+  int turn = 0;
+  for (int warmUp = 0; warmUp < 2; ++warmUp) section.cut(mesh, {obliquePlane(turn++), cube.values.data()});
+  for (auto _ : state) section.cut(mesh, {obliquePlane(turn++), cube.values.data()});
+}
+BENCHMARK(cutInParallel)->Arg(1)->Arg(2)->UseRealTime()->Unit(benchmark::kMillisecond);
+
 }  // namespace

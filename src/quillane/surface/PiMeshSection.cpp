@@ -7,6 +7,7 @@
 #include <Ormelle/PbRegularCartesianGrid3D.h>
 #include <Ormelle/PoCellFilter.h>
 
+#include "graph/frame/PiParallel.h"
 #include "quillane/surface/PiVolumeCells.h"
 
 namespace {
@@ -49,8 +50,10 @@ int firstReached(int num, int guess, Test&& isReached) {
 }  // namespace
 
 std::size_t PiMeshSection::memorySize() const {
-  return section.memorySize() + m_cutter.memorySize() + m_axes.memorySize() + m_zShares.capacity() * sizeof(float) +
-         m_rows.capacity() * sizeof(Row);
+  std::size_t parts = 0;
+  for (const auto& part : m_parts) parts += part->section.memorySize() + part->cutter.memorySize();
+  return parts + section.memorySize() + m_cutter.memorySize() + m_axes.memorySize() +
+         m_zShares.capacity() * sizeof(float) + m_rows.capacity() * sizeof(Row);
 }
 
 void PiMeshSection::cut(const PbIndexedMesh3D& mesh, const PiSectionRequest& request) {
@@ -72,33 +75,69 @@ void PiMeshSection::cut(const PbCartesianGrid3D& mesh, const PiSectionRequest& r
   cutBlocks(PiGridCells(mesh), request);
 }
 
-template <class Cells>
-void PiMeshSection::cutBlocks(Cells cells, const PiSectionRequest& request) {
+// `cut(begin, end, cutter)` cuts a range of what there is from 0 to `num`, and gives the number of cells visited.
+template <class CutRange>
+void PiMeshSection::cutRange(int num, const PiSectionRequest& request, const CutRange& cut) {
+  if (cutInParts(num, request, cut)) return;
+  m_cutter.start(request.plane, request.values);
+  m_numVisited = cut(0, num, m_cutter);
+  m_cutter.finish();
+}
+
+// The same in parts side by side; false if it can't be done. Points are numbered as they come, so parts that are put
+// together in their order have the points of the whole, in its order. A filter is the application's and is asked by one
+// thread. Facets in the plane ask to be known by all parts.
+template <class CutRange>
+bool PiMeshSection::cutInParts(int num, const PiSectionRequest& request, const CutRange& cut) {
+  static constexpr int kNumParts = 16;
+  if (PiParallel::numThreads() < 2 || request.filter || num < 8 * kNumParts) return false;
+  while (m_parts.size() < kNumParts) m_parts.push_back(std::make_unique<Part>());
+  const int size = (num / kNumParts / PiCellBlocks::kBlockSize + 1) * PiCellBlocks::kBlockSize;
+  PiParallel::run(kNumParts, [&](int part) {
+    Part& own = *m_parts[static_cast<std::size_t>(part)];
+    own.cutter.start(request.plane, request.values);
+    own.numVisited = cut(std::min(num, part * size), std::min(num, (part + 1) * size), own.cutter);
+  });
+  for (const auto& part : m_parts)
+    if (part->cutter.hasFacetsInPlane()) return false;
   m_numVisited = 0;
   m_cutter.start(request.plane, request.values);
-  const PiSectionPlane plane = request.plane;
-  const PiNodeArrays points = cells.points;
-  const PiSectionCases* cases = &PiSectionCases::of(PiTopology::kHexahedron);
-  m_blocks->forEachCellNear(plane, [&](int cell) {
-    const std::span<const int> nodes = cells.nodes(cell);
-    if (nodes.empty()) return;
-    ++m_numVisited;
-    float distances[8];
-    bool isAnyBehind = false, isAnyBefore = false;
-    const std::size_t num = Cells::kCellSize > 0 ? Cells::kCellSize : nodes.size();
-    for (std::size_t n = 0; n < num; ++n) {
-      const int node = nodes[n];
-      distances[n] = plane.distance(points.x[node], points.y[node], points.z[node]);
-      isAnyBehind |= distances[n] <= 0;
-      isAnyBefore |= distances[n] >= 0;
-    }
-    if (!isAnyBehind || !isAnyBefore || !isAccepted(request, cell)) return;
-    if (cases->topology().numNodes != static_cast<int>(nodes.size()))
-      cases = &PiSectionCases::of(cells.topologyOf(nodes.size()));
-    m_cutter.cut(*cases, cell, nodes.data(), distances,
+  for (const auto& part : m_parts) {
+    m_cutter.append(part->cutter);
+    m_numVisited += part->numVisited;
+  }
+  return true;
+}
+
+template <class Cells>
+void PiMeshSection::cutBlocks(const Cells& allCells, const PiSectionRequest& request) {
+  cutRange(allCells.numCells(), request, [&](int begin, int end, PiPlaneCutter& cutter) {
+    Cells cells = allCells;
+    const PiSectionPlane plane = request.plane;
+    const PiNodeArrays points = cells.points;
+    const PiSectionCases* cases = &PiSectionCases::of(PiTopology::kHexahedron);
+    std::size_t numVisited = 0;
+    m_blocks->forEachCellNear(plane, begin, end, [&](int cell) {
+      const std::span<const int> nodes = cells.nodes(cell);
+      if (nodes.empty() || isInVain(cutter)) return;
+      ++numVisited;
+      float distances[8];
+      bool isAnyBehind = false, isAnyBefore = false;
+      const std::size_t num = Cells::kCellSize > 0 ? Cells::kCellSize : nodes.size();
+      for (std::size_t n = 0; n < num; ++n) {
+        const int node = nodes[n];
+        distances[n] = plane.distance(points.x[node], points.y[node], points.z[node]);
+        isAnyBehind |= distances[n] <= 0;
+        isAnyBefore |= distances[n] >= 0;
+      }
+      if (!isAnyBehind || !isAnyBefore || !isAccepted(request, cell)) return;
+      if (cases->topology().numNodes != static_cast<int>(nodes.size()))
+        cases = &PiSectionCases::of(cells.topologyOf(nodes.size()));
+      cutter.cut(*cases, cell, nodes.data(), distances,
                  [&](int local) { return points[nodes[static_cast<std::size_t>(local)]]; });
+    });
+    return numVisited;
   });
-  m_cutter.finish();
 }
 
 void PiMeshSection::cut(const PbRegularCartesianGrid3D& mesh, const PiSectionRequest& request) {
@@ -112,40 +151,46 @@ void PiMeshSection::cut(const PbParalCartesianGrid3D& mesh, const PiSectionReque
 // Along a row of nodes in z the distance only rises or only falls. So the cells of a column that the plane meets are
 // known from where its four rows change sides.
 void PiMeshSection::cutAxisGrid(const PbGrid3D& grid, const PiSectionRequest& request) {
-  m_numVisited = 0;
-  m_cutter.start(request.plane, request.values);
-  if (grid.getNumCells() > 0) {
+  m_blocks.reset();
+  const bool hasCells = grid.getNumCells() > 0;
+  if (hasCells) {
     m_axes.set(grid);
-    const int num[3] = {m_axes.num(0), m_axes.num(1), m_axes.num(2)};
     findRowCuts(request.plane);
-
-    const PiSectionCases& cases = PiSectionCases::of(PiTopology::kHexahedron);
-    static constexpr int kCornerI[8] = {0, 1, 1, 0, 0, 1, 1, 0}, kCornerJ[8] = {0, 0, 1, 1, 0, 0, 1, 1};
-    const auto numRows = static_cast<std::size_t>(num[1]);
-    for (int i = 0; i + 1 < num[0]; ++i)
-      for (int j = 0; j + 1 < num[1]; ++j) {
-        const Row* row = m_rows.data() + static_cast<std::size_t>(i) * numRows + static_cast<std::size_t>(j);
-        const Row* rows[4] = {row, row + numRows, row + numRows + 1, row + 1};
-        const int first = std::min({rows[0]->leaves, rows[1]->leaves, rows[2]->leaves, rows[3]->leaves}) - 1;
-        const int last = std::max({rows[0]->arrives, rows[1]->arrives, rows[2]->arrives, rows[3]->arrives}) - 1;
-        for (int k = std::max(first, 0); k <= std::min(last, num[2] - 2); ++k) {
-          ++m_numVisited;
-          const int cell = grid.getCellIndex(i, j, k);
-          float distances[8];
-          int nodes[8];
-          for (int n = 0; n < 8; ++n) {
-            const int up = n / 4;
-            distances[n] = rows[n % 4]->base + m_zShares[static_cast<std::size_t>(k + up)] - request.plane.d;
-            nodes[n] = grid.getNodeIndex(i + kCornerI[n], j + kCornerJ[n], k + up);
-          }
-          if (!isAccepted(request, cell)) continue;
-          m_cutter.cut(cases, cell, nodes, distances, [&](int n) {
-            return SbVec3f(m_axes.at(0, i + kCornerI[n]), m_axes.at(1, j + kCornerJ[n]), m_axes.at(2, k + n / 4));
-          });
-        }
-      }
   }
-  m_cutter.finish();
+  const int numColumns = hasCells ? (m_axes.num(0) - 1) * (m_axes.num(1) - 1) : 0;
+  cutRange(numColumns, request,
+           [&](int begin, int end, PiPlaneCutter& cutter) { return cutColumns(grid, begin, end, request, cutter); });
+}
+
+std::size_t PiMeshSection::cutColumns(const PbGrid3D& grid, int begin, int end, const PiSectionRequest& request,
+                                      PiPlaneCutter& cutter) const {
+  const PiSectionCases& cases = PiSectionCases::of(PiTopology::kHexahedron);
+  static constexpr int kCornerI[8] = {0, 1, 1, 0, 0, 1, 1, 0}, kCornerJ[8] = {0, 0, 1, 1, 0, 0, 1, 1};
+  const int numRows = m_axes.num(1), numCells = m_axes.num(2) - 1;
+  std::size_t numVisited = 0;
+  for (int column = begin; column < end && !isInVain(cutter); ++column) {
+    const int i = column / (numRows - 1), j = column % (numRows - 1);
+    const Row* row = m_rows.data() + static_cast<std::size_t>(i) * static_cast<std::size_t>(numRows) + j;
+    const Row* rows[4] = {row, row + numRows, row + numRows + 1, row + 1};
+    const int first = std::min({rows[0]->leaves, rows[1]->leaves, rows[2]->leaves, rows[3]->leaves}) - 1;
+    const int last = std::max({rows[0]->arrives, rows[1]->arrives, rows[2]->arrives, rows[3]->arrives}) - 1;
+    for (int k = std::max(first, 0); k <= std::min(last, numCells - 1); ++k) {
+      ++numVisited;
+      const int cell = grid.getCellIndex(i, j, k);
+      float distances[8];
+      int nodes[8];
+      for (int n = 0; n < 8; ++n) {
+        const int up = n / 4;
+        distances[n] = rows[n % 4]->base + m_zShares[static_cast<std::size_t>(k + up)] - request.plane.d;
+        nodes[n] = grid.getNodeIndex(i + kCornerI[n], j + kCornerJ[n], k + up);
+      }
+      if (!isAccepted(request, cell)) continue;
+      cutter.cut(cases, cell, nodes, distances, [&](int n) {
+        return SbVec3f(m_axes.at(0, i + kCornerI[n]), m_axes.at(1, j + kCornerJ[n]), m_axes.at(2, k + n / 4));
+      });
+    }
+  }
+  return numVisited;
 }
 
 void PiMeshSection::findRowCuts(const PiSectionPlane& plane) {
@@ -156,21 +201,20 @@ void PiMeshSection::findRowCuts(const PiSectionPlane& plane) {
   m_rows.resize(m_axes.coords[0].size() * m_axes.coords[1].size());
   const bool isOrdered = m_axes.isMonotone(2);
   const float sign = m_zShares.front() <= m_zShares.back() ? 1.0F : -1.0F;
-  Row* row = m_rows.data();
-  int guess = 0;
-  for (const float x : m_axes.coords[0])
-    for (const float y : m_axes.coords[1]) {
-      row->base = plane.a * x + plane.b * y;
-      const auto distance = [&](int k) {
-        return sign * (row->base + m_zShares[static_cast<std::size_t>(k)] - plane.d);
-      };
-      row->leaves = 0;
-      row->arrives = numZ;
-      if (isOrdered) {
-        guess = row->leaves = firstReached(numZ, guess, [&](int k) { return distance(k) >= 0; });
-        row->arrives = guess;
-        while (row->arrives < numZ && distance(row->arrives) <= 0) ++row->arrives;
+  const std::vector<float>&x = m_axes.coords[0], &y = m_axes.coords[1];
+  PiParallel::forBlocks(x.size(), 16, [&](std::size_t begin, std::size_t end) {
+    int guess = 0;
+    for (std::size_t i = begin; i < end; ++i)
+      for (std::size_t j = 0; j < y.size(); ++j) {
+        Row& row = m_rows[i * y.size() + j];
+        row = {plane.a * x[i] + plane.b * y[j], 0, numZ};
+        if (!isOrdered) continue;
+        const auto distance = [&](int k) {
+          return sign * (row.base + m_zShares[static_cast<std::size_t>(k)] - plane.d);
+        };
+        guess = row.leaves = firstReached(numZ, guess, [&](int k) { return distance(k) >= 0; });
+        row.arrives = guess;
+        while (row.arrives < numZ && distance(row.arrives) <= 0) ++row.arrives;
       }
-      ++row;
-    }
+  });
 }

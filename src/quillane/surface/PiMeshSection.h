@@ -27,7 +27,7 @@ struct PiSectionRequest {
 };
 
 /// Cuts volume meshes with planes, cell by cell, visiting few more cells than the plane meets. It keeps its memory from
-/// one section to the next.
+/// one section to the next. Several threads share the work, and make the same section to the byte as one.
 ///
 /// Parts of the plane that run through nodes, along edges or along facets are drawn once. A cell with a coordinate that
 /// isn't finite, or a value that isn't a number, is left out.
@@ -51,14 +51,29 @@ class PiMeshSection {
   PiSection section;
 
  private:
+  /// What one task cuts.
+  struct Part {
+    PiSection section;
+    PiPlaneCutter cutter{section};
+    std::size_t numVisited = 0;
+  };
+  template <class CutRange>
+  void cutRange(int num, const PiSectionRequest& request, const CutRange& cut);
+  template <class CutRange>
+  bool cutInParts(int num, const PiSectionRequest& request, const CutRange& cut);
+  /// Whether what this cutter of a part makes can't be used.
+  bool isInVain(const PiPlaneCutter& cutter) const { return &cutter != &m_cutter && cutter.hasFacetsInPlane(); }
   template <class Cells>
-  void cutBlocks(Cells cells, const PiSectionRequest& request);
+  void cutBlocks(const Cells& cells, const PiSectionRequest& request);
   void cutAxisGrid(const PbGrid3D& grid, const PiSectionRequest& request);
+  std::size_t cutColumns(const PbGrid3D& grid, int begin, int end, const PiSectionRequest& request,
+                         PiPlaneCutter& cutter) const;
   void findRowCuts(const PiSectionPlane& plane);
 
   PiPlaneCutter m_cutter;
   std::shared_ptr<const PiCellBlocks> m_blocks;
   std::size_t m_numVisited = 0;
+  std::vector<std::unique_ptr<Part>> m_parts;
 
   /// Of a row of nodes of a grid: its distance from the plane without the share of z; the first node that isn't
   /// strictly on the side where the row begins; and the first that is strictly on the side where it ends.

@@ -78,6 +78,23 @@ bool PiPlaneCutter::isFaceAlreadyFound(const PiCellTopology& topology, unsigned 
   return isFound;
 }
 
+void PiPlaneCutter::append(const PiPlaneCutter& other) {
+  const PiSection& from = other.m_section;
+  m_renumbered.reset(from.points.size());
+  for (std::size_t point = 0; point < from.points.size(); ++point) {
+    const PiSurfacePoint& edge = other.points()[point];
+    if (!m_points.add(edge.a, edge.b, m_renumbered[point])) continue;
+    m_section.points.push_back(from.points[point]);
+    if (m_values) m_section.values.push_back(from.values[point]);
+  }
+  const std::size_t numIndices = m_section.coordIndices.size(), numCells = m_section.cells.size();
+  m_section.coordIndices.resize(numIndices + from.coordIndices.size());
+  std::transform(from.coordIndices.begin(), from.coordIndices.end(), m_section.coordIndices.begin() + numIndices,
+                 [this](int index) { return index < 0 ? index : m_renumbered[static_cast<std::size_t>(index)]; });
+  m_section.cells.resize(numCells + from.cells.size());
+  std::copy(from.cells.begin(), from.cells.end(), m_section.cells.begin() + numCells);
+}
+
 void PiPlaneCutter::finish() {
   for (const FacetBehind& facet : m_behind) {
     const std::size_t numFaces = m_faces.size();

@@ -38,6 +38,14 @@ class PiPlaneCutter {
   /// Adds the facets in the plane that no cell in front has.
   void finish();
 
+  /// Whether a cell with a facet in the plane has come by. Then it matters which cells are cut by one cutter.
+  bool hasFacetsInPlane() const { return m_faces.size() > 0 || !m_behind.empty(); }
+  /// The ends of the edge that each point is on.
+  const PiGrowBuffer<PiSurfacePoint>& points() const { return m_points.points(); }
+  /// Adds to the section that of another cutter, whose facets in the plane there are none. It is the same as if this
+  /// cutter had cut the cells of the other.
+  void append(const PiPlaneCutter& other);
+
   std::size_t memorySize() const;
 
  private:
@@ -97,6 +105,7 @@ class PiPlaneCutter {
   PiPairTable m_points;
   PiNodeSets m_faces;  // in the plane; counted if they are drawn
   std::vector<FacetBehind> m_behind;
+  PiGrowBuffer<int> m_renumbered;  // points of another cutter
 };
 
 template <class PointOf>

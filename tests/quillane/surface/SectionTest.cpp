@@ -4,7 +4,9 @@
 
 #include <cmath>
 #include <limits>
+#include <string>
 
+#include "graph/frame/PiParallel.h"
 #include "quillane/surface/SectionSamples.h"
 
 namespace {
@@ -127,6 +129,33 @@ TEST(SectionTest, IsWatertightInBentCells) {
       EXPECT_NEAR(facts.area, expected.area(), kind.name == "TetrahedronMesh3D" ? 1e-4 : 0.5);
     }
   }
+}
+
+// Also where the plane runs through nodes and along facets.
+TEST(SectionTest, IsTheSameToTheByteForAnyNumberOfThreads) {
+  const auto bytes = [](const auto& buffer) {
+    return std::string(reinterpret_cast<const char*>(buffer.data()), buffer.size() * sizeof(*buffer.data()));
+  };
+  for (const MeshKind3D& kind : sectionKinds()) {
+    const MeshSample<PbMesh3D> mesh = kind.make({25, 21, 17, {0, 0, 0}, {24, 20, 16}}, 1);
+    std::vector<float> values;
+    for (int node = 0; node < mesh->getNumNodes(); ++node) values.push_back(float(node % 101));
+    for (const PiSectionPlane& plane :
+         {PiSectionPlane(0.48F, 0.6F, 0.64F, 16.3F), PiSectionPlane(1, 1, 1, 30), PiSectionPlane(0, 0, 1, 8)}) {
+      std::string first;
+      for (const int numThreads : {1, 2, 5}) {
+        PiParallel::setNumThreads(numThreads);
+        PiMeshSection section;
+        for (int again = 0; again < 2; ++again) cutMesh(section, *mesh.mesh, {plane, values.data()});
+        const PiSection& made = section.section;
+        const std::string all = bytes(made.points) + bytes(made.values) + bytes(made.coordIndices) + bytes(made.cells);
+        if (numThreads == 1) first = all;
+        EXPECT_TRUE(all == first) << kind.name << ' ' << plane.d << ' ' << numThreads;
+      }
+      EXPECT_GT(first.size(), 10000U);
+    }
+  }
+  PiParallel::setNumThreads(0);
 }
 
 TEST(SectionTest, CutsTheDiagonalOfAHexahedron) {
