@@ -56,11 +56,12 @@ class PiPairTable {
   std::size_t pointMemorySize() const { return m_points.capacity() * sizeof(PiSurfacePoint); }
 
  private:
-  // By the golden ratio: the nodes of a surface across a grid differ by multiples of its sizes, often powers of two.
+  // Neighbouring edges get neighbouring slots, so that a walk over a mesh stays in the cache. But runs of them are
+  // strewn by the golden ratio: across a grid nodes differ by multiples of its sizes, which may be powers of two.
   std::size_t slotOf(int a, int b) const {
     const std::uint64_t key = 7 * static_cast<std::uint64_t>(static_cast<std::uint32_t>(b)) +
                               3 * static_cast<std::uint64_t>(static_cast<std::uint32_t>(a));
-    return static_cast<std::size_t>((key * 0x9E3779B97F4A7C15ULL) >> 32) & (m_slots.size() - 1);
+    return static_cast<std::size_t>(key + (key >> 8) * 0x9E3779B1ULL) & (m_slots.size() - 1);
   }
   void link();
 
