@@ -26,8 +26,9 @@ struct PiSurfaceStore;
 /// coordinates stay from one rebuild to the next, and a rebuild only does again what its inputs ask for: topology,
 /// coordinates, normals, colours and texture coordinates each for themselves.
 ///
-/// Facets are triangle strips, one or more a cell, or with the environment variable
-/// `ZEL_QUILLANE_USE_TRIANGLE_STRIP_SET` set to FALSE polygons.
+/// Facets are triangle strips that run through many cells, or where each cell has its own colour one or more a cell;
+/// with the environment variable `ZEL_QUILLANE_USE_TRIANGLE_STRIP_SET` set to FALSE they are polygons. Strips draw
+/// faster, polygons are made faster.
 class ORMELLE_API PoMesh3D : public PoMesh {
   PO_KIT_ABSTRACT_HEADER(PoMesh3D, PoMesh);
 

@@ -109,6 +109,8 @@ struct PiSurfaceStore {
            crossContour.memorySize();
   }
 
+  /// That of a kit, and its passes. For tests.
+  static const PiSurfaceStore& of(const PoMesh3D& kit) { return *kit.m_surface; }
   static const PiSurfacePasses& passesOf(const PoMesh3D& kit) { return kit.m_surface->passes; }
 };
 

@@ -6,7 +6,9 @@
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoNormal.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Ormelle/PbArrayOfInt.h>
 #include <Ormelle/PbCartesianGrid3D.h>
+#include <Ormelle/PbCell.h>
 #include <Ormelle/PbHexahedronMesh3D.h>
 #include <Ormelle/PbIsovaluesList.h>
 #include <Ormelle/PbLinearDataMapping.h>
@@ -20,7 +22,10 @@
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <iterator>
 #include <limits>
+#include <map>
 #include <random>
 #include <set>
 
@@ -424,6 +429,76 @@ TEST_F(LevelSurfTest, IsTheSameToTheByteForAnyNumberOfThreads) {
     PiParallel::setNumThreads(0);
     kit->setMesh(static_cast<PbMesh3D*>(nullptr));
   }
+}
+
+template <class Number>
+std::vector<Number> readBracket(const std::string& file) {
+  const char* folder = std::getenv("ORMELLE_SOURCE_DIR");
+  std::ifstream in(std::string(folder ? folder : ".") + "/data/bracket_mixed/" + file + ".raw", std::ios::binary);
+  const std::vector<char> bytes{std::istreambuf_iterator<char>(in), {}};
+  std::vector<Number> numbers(bytes.size() / sizeof(Number));
+  std::memcpy(numbers.data(), bytes.data(), numbers.size() * sizeof(Number));
+  return numbers;
+}
+
+// A solved part: all four kinds of cells in one mesh, whose outside is no box.
+TEST_F(LevelSurfTest, OfTheBracketEndsOnItsSkinAlone) {
+  const std::vector<float> points = readBracket<float>("points");
+  ASSERT_EQ(points.size(), 3U * 4645);
+  std::vector<float> x, y, z;
+  for (std::size_t n = 0; n < points.size(); n += 3) {
+    x.push_back(points[n]);
+    y.push_back(points[n + 1]);
+    z.push_back(points[n + 2]);
+  }
+  std::vector<int> nodes, sizes;
+  for (const auto& [name, size] : {std::pair("tetrahedron", 4), {"pyramid", 5}, {"wedge", 6}, {"hexahedron", 8}}) {
+    const std::vector<int> cells = readBracket<int>(std::string(name) + "_cells");
+    nodes.insert(nodes.end(), cells.begin(), cells.end());
+    sizes.insert(sizes.end(), cells.size() / static_cast<std::size_t>(size), size);
+  }
+  PbIndexedMesh3D mesh(static_cast<int>(x.size()), x.data(), y.data(), z.data(), static_cast<int>(sizes.size()),
+                       nodes.data(), sizes.data(), 1);
+  // Facets of one cell alone are the skin.
+  std::map<std::set<int>, int> facets;
+  PbArrayOfInt corners;
+  for (int c = 0; c < mesh.getNumCells(); ++c)
+    for (int facet = 0; facet < mesh.getTopoCell(c)->getNumFacets(); ++facet) {
+      mesh.getTopoCell(c)->getNodesIndexOfFacet(facet, corners);
+      ++facets[std::set<int>(corners.get(), corners.get() + corners.getNum())];
+    }
+  std::multimap<int, const std::set<int>*> skinAt;
+  for (const auto& [facet, num] : facets)
+    if (num == 1)
+      for (const int node : facet) skinAt.emplace(node, &facet);
+
+  int numShown = 0;
+  for (const char* set : {"temperature", "stress"}) {
+    const std::vector<float> values = readBracket<float>(set);
+    for (const float level : {21.0F, 40.0F, 70.0F, 100.0F}) {
+      SCOPED_TRACE(set + std::to_string(level));
+      show(mesh, values, level);
+      const MadeSurface made = surface();
+      EXPECT_EQ(made.numFaults(), 0);
+      numShown += static_cast<int>(made.polygons.size());
+      const auto& cuts = PiSurfaceStore::of(*kit).points.points();
+      std::set<std::pair<int, int>> edges;
+      for (const std::vector<int>& polygon : made.polygons)
+        for (std::size_t c = 0; c < polygon.size(); ++c) edges.emplace(polygon[c], polygon[(c + 1) % polygon.size()]);
+      for (const auto& [from, to] : edges) {
+        if (edges.count({to, from})) continue;
+        const PiSurfacePoint& a = cuts[static_cast<std::size_t>(from)];
+        const PiSurfacePoint& b = cuts[static_cast<std::size_t>(to)];
+        const auto [begin, end] = skinAt.equal_range(a.a);
+        EXPECT_TRUE(std::any_of(begin, end, [&](const auto& entry) {
+          const std::set<int>& facet = *entry.second;
+          return facet.count(a.b) && facet.count(b.a) && facet.count(b.b);
+        }));
+      }
+    }
+  }
+  EXPECT_GT(numShown, 3000);
+  kit->setMesh(static_cast<PbMesh3D*>(nullptr));
 }
 
 TEST_F(LevelSurfTest, OutlivesItsMeshAndBringsBackWhatWasTakenFromItsGroup) {
