@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <span>
 
 #include <Inventor/nodes/SoIndexedFaceSet.h>
@@ -10,15 +11,18 @@
 #include "quillane/surface/PiGrowBuffer.h"
 
 /// Writes facets into the memory of a face set and notes the cell of each. Facets without an inside are left out: those
-/// with fewer than three different corners, and those that run to and fro.
+/// with fewer than three different corners, and those that run to and fro. More facets than the indices of a field can
+/// tell leave it empty.
 class PiFacetWriter {
  public:
   /// Room for `numFacets` of up to four corners.
   PiFacetWriter(SoIndexedFaceSet& shape, PiGrowBuffer<int>& cells, std::size_t numFacets)
       : m_field(shape.coordIndex), m_cells(cells) {
+    if (numFacets > static_cast<std::size_t>(std::numeric_limits<int>::max()) / 5) numFacets = 0;
+    m_hasRoom = numFacets > 0;
     m_cells.reset(numFacets);
     m_field.setNum(static_cast<int>(5 * numFacets));
-    m_begin = m_end = numFacets > 0 ? m_field.startEditing() : nullptr;
+    m_begin = m_end = m_hasRoom ? m_field.startEditing() : nullptr;
   }
   ~PiFacetWriter() {
     m_cells.resize(m_numFacets);
@@ -30,6 +34,7 @@ class PiFacetWriter {
 
   /// Adds a facet of three or four corners; `isReversed` turns it round.
   void add(int cell, std::span<const int> corners, bool isReversed) {
+    if (!m_hasRoom) return;
     std::int32_t* begin = m_end;
     const std::size_t num = corners.size();
     for (std::size_t c = 0; c < num; ++c) {
@@ -49,6 +54,7 @@ class PiFacetWriter {
  private:
   SoMFInt32& m_field;
   PiGrowBuffer<int>& m_cells;
+  bool m_hasRoom;
   std::size_t m_numFacets = 0;
   std::int32_t* m_begin;
   std::int32_t* m_end;

@@ -23,6 +23,7 @@
 #include "quillane/rep/PiSkinDrawing.h"
 #include "support/MeshFamily.h"
 #include "support/NodePtr.h"
+#include "support/SceneText.h"
 #include "support/Soup.h"
 
 namespace {
@@ -306,6 +307,27 @@ TEST_P(SkinTest, SharesTheSearchWithOtherKits) {
   root->addChild(other.get());
   EXPECT_NEAR(draw().area(), 208, 1e-3);
   EXPECT_EQ(numAsked, sample->getNumCells());
+}
+
+TEST_P(SkinTest, IsWrittenAndReadBack) {
+  auto sample = GetParam().make({}, 1);
+  show(*sample.mesh);
+  for (const bool isGeometry : {false, true}) {
+    const Soup drawn = draw(isGeometry ? PoMesh::COLOR_MAPPING : PoMesh::COLOR_INHERITED);
+    PoBase::setNodeWriteFormat(isGeometry ? PoBase::WRITE_GEOMETRY : PoBase::WRITE_FIELDS);
+    const std::string text = textOf(root.get());
+    EXPECT_EQ(text.find("Coordinate3") != std::string::npos, isGeometry);
+    const NodePtr<SoSeparator> read = sceneOf(text);
+    ASSERT_TRUE(read);
+    // The toolkit gives shared nodes of geometry other names.
+    if (!isGeometry) {
+      EXPECT_EQ(textOf(read.get()), text);
+    }
+    const Soup soup = Soup::of(read.get());
+    EXPECT_NEAR(soup.area(), isGeometry ? drawn.area() : 0, 1e-3) << "there is no mesh in the file";
+    EXPECT_EQ(soup.numColors(), isGeometry ? drawn.numColors() : 0);
+  }
+  PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
 }
 
 INSTANTIATE_TEST_SUITE_P(Meshes, SkinTest, testing::ValuesIn(meshKinds3D()), MeshKindName());
