@@ -8,6 +8,7 @@
 #include <Ormelle/PbRegularCartesianGrid2D.h>
 #include <Ormelle/PoLinearValueLegend.h>
 #include <Ormelle/PoMeshFilled.h>
+#include <Ormelle/PoNonLinearValueLegend2.h>
 #include <Ormelle/PoNonLinearValueLegend3.h>
 #include <gtest/gtest.h>
 
@@ -17,6 +18,7 @@
 
 #include "graph/toolkit/offscreen/PiOffscreen.h"
 #include "support/NodePtr.h"
+#include "support/Soup.h"
 
 namespace {
 
@@ -75,6 +77,57 @@ int greatestDifference(PbDataMapping& mapping, PoAutoValueLegend* legend, float 
 }
 
 }  // namespace
+
+TEST(LegendColors, BoxesOfValuesMatchBands) {
+  PbLinearDataMapping mapping;
+  mapping.setValues(0, SbColor(0.1F, 0.2F, 0.7F), 10, SbColor(0.9F, 0.8F, 0.3F));
+  const float levels[] = {0, 2, 3, 6, 8};
+  PbIsovaluesList isovalues;
+  isovalues.setIrregularIsoList(5, levels);
+  PbRegularCartesianGrid2D mesh(2, 11, 0, 0, 1, 1, 1);
+  std::vector<float> values;
+  for (int i = 0; i < 2; ++i)
+    for (int j = 0; j < 11; ++j) values.push_back(static_cast<float>(j));
+  mesh.addValuesSet(0, values.data(), "value");
+  NodePtr<PoMeshFilled> filled(new PoMeshFilled);
+  filled->setMesh(&mesh);
+  filled->setDataMapping(&mapping);
+  filled->setIsovaluesList(&isovalues);
+  filled->valuesIndex = 0;
+  filled->coloringType = PoMesh::COLOR_CONTOURING;
+  NodePtr<SoSeparator> root(new SoSeparator);
+  auto* light = new SoLightModel;
+  root->addChild(light);
+  light->model = SoLightModel::BASE_COLOR;
+  root->addChild(filled.get());
+  PiOffscreen offscreen(200, 200);
+  PiViewpoint viewpoint;
+  viewpoint.direction = SbVec3f(0, 0, -1);
+  offscreen.setViewpoint(viewpoint);
+  ASSERT_TRUE(offscreen.draw(root.get())) << offscreen.error();
+  std::vector<int> rows;  // of the mesh, from below
+  for (int y = 199; y >= 0; --y)
+    if (std::min({offscreen.picture().pixel(100, y)[0], offscreen.picture().pixel(100, y)[1],
+                  offscreen.picture().pixel(100, y)[2]}) < 255)
+      rows.push_back(y);
+  ASSERT_GT(rows.size(), 80U);
+
+  NodePtr<PoNonLinearValueLegend2> legend(new PoNonLinearValueLegend2);
+  legend->setDataMapping(&mapping);
+  legend->setIsovaluesList(&isovalues);
+  legend->rebuild();
+  const Soup boxes = Soup::of(legend->getPart("box", FALSE));
+  ASSERT_EQ(boxes.triangles.size(), 10U);
+  for (size_t i = 0; i < 5; ++i) {
+    const float middle = (levels[i] + (i < 4 ? levels[i + 1] : 10)) / 20;
+    const auto* pixel =
+        offscreen.picture().pixel(100, rows[static_cast<size_t>(middle * static_cast<float>(rows.size()))]);
+    for (int channel = 0; channel < 3; ++channel)
+      EXPECT_NEAR(pixel[channel] / 255.0, boxes.triangles[2 * i][0].color[channel], 0.01) << i;
+  }
+  filled->setIsovaluesList(nullptr);
+  legend->setIsovaluesList(nullptr);
+}
 
 TEST(LegendColors, LongBoxesMatchTheMesh) {
   PbLinearDataMapping linear;
