@@ -20,7 +20,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = 4096;  // glyphs that one task makes
+constexpr std::size_t kGlyphsInTask = 4096;
 
 /// The directions of a glyph: along its vector, and two across, the first in the plane z = 0 where there is a choice.
 struct Frame {
@@ -60,7 +60,7 @@ class Writer {
       normals->setNum(static_cast<int>(m_num * numPoints));
       toNormal = normals->startEditing();
     }
-    PiParallel::forBlocks(m_num, kBlock, [&](std::size_t begin, std::size_t end) {
+    PiParallel::forBlocks(m_num, kGlyphsInTask, [&](std::size_t begin, std::size_t end) {
       for (std::size_t i = begin; i < end; ++i) {
         const PiVectorField::Vector& vector =
             m_vectors[m_colors.isSelected ? static_cast<std::size_t>(m_colors.drawn[i]) : i];
@@ -85,7 +85,7 @@ class Writer {
     const auto numPoints = static_cast<int>(m_shape.points.size());
     indices.setNum(static_cast<int>(m_num * numIndices));
     int32_t* to = indices.startEditing();
-    PiParallel::forBlocks(m_num, kBlock, [&](std::size_t begin, std::size_t end) {
+    PiParallel::forBlocks(m_num, kGlyphsInTask, [&](std::size_t begin, std::size_t end) {
       int32_t* next = to + begin * numIndices;
       for (std::size_t i = begin; i < end; ++i) {
         const int base = static_cast<int>(i) * numPoints;
