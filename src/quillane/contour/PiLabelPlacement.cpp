@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <unordered_map>
 
 namespace {
@@ -13,6 +14,12 @@ namespace {
 constexpr double kLeastRoom = 1.5;
 /// The room round a label, as a share of its width: half of it at each end, and as much above and below.
 constexpr double kMargin = 0.1;
+
+/// Whether floats can hold the corners.
+bool isInRange(const PiRect& rect) {
+  constexpr double kGreatest = std::numeric_limits<float>::max();
+  return rect.minX >= -kGreatest && rect.minY >= -kGreatest && rect.maxX <= kGreatest && rect.maxY <= kGreatest;
+}
 
 PiLabelBox roomOf(PiLabelBox box) {
   const double margin = kMargin * box.halfWidth;
@@ -187,7 +194,7 @@ bool PiLabelPlacement::findPlace(std::size_t segment, const PiLabelLine& line, P
 }
 
 bool PiLabelPlacement::isAllowed(const PiLabelRegion& room, std::size_t line) const {
-  if (!isInPolygon(room)) return false;
+  if (!isInRange(room.limit) || !isInPolygon(room)) return false;
   const auto isHit = [&](std::size_t, const SbVec3f& from, const SbVec3f& to) { return room.box.touches(from, to); };
   if (m_boundary.any(room, isHit)) return false;
   return !m_forbidden.any(room, [&](std::size_t number, const SbVec3f& from, const SbVec3f& to) {

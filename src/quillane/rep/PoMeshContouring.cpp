@@ -60,7 +60,10 @@ class FittingSpace {
     if (!m_space.isMapped()) return points;
     std::vector<SbVec3f>& mapped = m_points.emplace_back();
     mapped.reserve(points.size());
-    for (const SbVec3f& point : points) mapped.push_back(m_space.map(point));
+    for (const SbVec3f& point : points) {
+      mapped.push_back(m_space.map(point));
+      for (int a = 0; a < 3; ++a) m_isFinite = m_isFinite && std::isfinite(mapped.back()[a]);
+    }
     return mapped;
   }
   std::vector<float> heightsAt(const PiSurfaceHeights& surface, std::span<const SbVec2f> places) const {
@@ -71,6 +74,8 @@ class FittingSpace {
     for (float& height : heights) height = m_space.mapHeight(height);
     return heights;
   }
+  /// Whether floats could hold all that was mapped.
+  bool isFinite() const { return m_isFinite; }
   /// The corners of a polygon that is one; none otherwise.
   std::vector<SbVec2f> map(const SoMFVec2f& polygon) const {
     std::vector<SbVec2f> mapped;
@@ -83,6 +88,7 @@ class FittingSpace {
  private:
   const PiLabelSpace& m_space;
   std::vector<std::vector<SbVec3f>> m_points;
+  bool m_isFinite = true;
 };
 
 /// The greater side of the box of a polygon.
@@ -258,6 +264,10 @@ void PoMeshContouring::drawContourLines(PbMesh2D& mesh, const float* values) {
   const PiBoundary boundary(mesh, heightsIndex(mesh));
   std::vector<PiPolyline> limits;
   for (const PiBoundaryPiece& piece : boundary.pieces()) limits.push_back(fitting.map(piece.points));
+  if (!fitting.isFinite()) {
+    setLineParts(drawIsolines(style, found, {}));
+    return;
+  }
   const std::vector<SbVec2f> polygon = fitting.map(annotClippingPolygon);
   style.polygon = polygon;
   if (z) {

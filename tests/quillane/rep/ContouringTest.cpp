@@ -417,6 +417,15 @@ TEST_F(ContouringTest, HostileInputDrawsNothingWrong) {
     kit->annotCrossStatus = -3;
     EXPECT_TRUE(Soup::of(kit.get()).isFinite());
   }
+  // A domain in which floats can't hold the lines: they are drawn all the same, without labels.
+  setUp(grid.make());
+  kit->enableDomainTransform(0);
+  kit->setPart("domainTransform", nullptr);
+  domain.setDomain(0, 0, 1e30F, 1e-30F, PbDomain::BOX_AS_GIVEN);
+  kit->annotIsContourClip = FALSE;
+  const Soup soup = Soup::of(kit.get());
+  EXPECT_TRUE(soup.isFinite());
+  EXPECT_NEAR(soup.length(), 100, 1e-3);
 }
 
 }  // namespace
