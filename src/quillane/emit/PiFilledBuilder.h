@@ -63,8 +63,9 @@ void PiFilledBuilder::build(const View& view) {
 template <PiView2D View>
 void PiFilledBuilder::emitShape(const View& view, const PiDrawnNodes& drawn) {
   m_numDrawnCells = view.numCells();
+  const bool hasHoles = m_request.coloring == PoMesh::COLOR_TEXTURE_CONTOURING && m_request.bands->hasHoles();
   if constexpr (View::isGrid) {
-    if (drawn.areAll() && m_numDrawnCells > 0) {
+    if (drawn.areAll() && !hasHoles && m_numDrawnCells > 0) {
       auto* shape = new SoQuadMesh;
       m_nodes.group->addChild(shape);
       shape->verticesPerColumn = view.numX();
@@ -82,6 +83,7 @@ void PiFilledBuilder::emitShape(const View& view, const PiDrawnNodes& drawn) {
   m_numDrawnCells = 0;
   view.forEachCell([&](const PiCellNodes& cell) {
     if (!drawn.hasAll(cell)) return;
+    if (hasHoles && m_request.bands->isHole(m_request.values, cell.node, cell.num)) return;
     ++m_numDrawnCells;
     indices.addPart(cell.node, cell.num);
   });

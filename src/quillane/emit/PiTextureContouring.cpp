@@ -11,6 +11,8 @@
 #include <cmath>
 #include <vector>
 
+#include "graph/data/PiSortedSearch.h"
+
 namespace {
 
 // The longest row that every renderer takes. Of a longer list, whose bands are narrower than any pixel, the texture
@@ -62,6 +64,30 @@ void PiTextureContouring::setIsovaluesList(const PbIsovaluesList* list) {
   if (!(m_range <= FLT_MAX)) m_scale = m_spanCoord / 2 / (m_maxIso / 2 - m_minIso / 2);
 }
 
+float PiTextureContouring::valueOfBand(int band) const { return band > 0 ? m_isoValues[band - 1] : -1e20F; }
+
+void PiTextureContouring::findHoles() {
+  const float deleted = m_dataMapping->getTransparencyValueDeletedParts();
+  m_numShown.assign(1, 0);
+  for (int band = 0; band <= m_numIso; ++band) {
+    const float transparency = 1 - texelOf(*m_dataMapping, valueOfBand(band)).alpha;
+    m_numShown.push_back(m_numShown.back() + (deleted <= 1 && transparency >= deleted ? 0 : 1));
+  }
+  if (m_numShown.back() == m_numIso + 1) m_numShown.clear();
+}
+
+bool PiTextureContouring::isHole(const float* values, const int* nodes, int num) const {
+  const auto bandOf = [this](float value) {
+    return static_cast<std::size_t>(PiSortedSearch::firstAbove(m_isoValues, m_numIso, value));
+  };
+  float least = values[nodes[0]], greatest = least;
+  for (int i = 1; i < num; ++i) {
+    least = std::min(least, values[nodes[i]]);
+    greatest = std::max(greatest, values[nodes[i]]);
+  }
+  return m_numShown[bandOf(least)] == m_numShown[bandOf(greatest) + 1];
+}
+
 void PiTextureContouring::buildTexture() {
   if (!m_isovaluesList || !m_dataMapping) return;
   const int numTexels = std::min(m_size, kMaxTexels);
@@ -70,10 +96,12 @@ void PiTextureContouring::buildTexture() {
   bool hasAlpha = m_dataMapping->isTransparencyEnabled() != 0;
   for (int i = 0; i < numTexels; ++i) {
     const int band = std::min(i * numLevelsPerTexel, m_numIso);
-    texels.push_back(texelOf(*m_dataMapping, band > 0 ? m_isoValues[band - 1] : -1e20F));
+    texels.push_back(texelOf(*m_dataMapping, valueOfBand(band)));
     hasAlpha = hasAlpha || texels.back().alpha == 0;
   }
 
+  m_numShown.clear();
+  if (hasAlpha) findHoles();
   const int numComponents = hasAlpha ? 4 : 3;
   std::vector<unsigned char> bytes;
   bytes.reserve(texels.size() * static_cast<std::size_t>(numComponents));

@@ -3,6 +3,8 @@
 
 #include <Inventor/SbVec2f.h>
 
+#include <vector>
+
 class PbDataMapping;
 class PbIsovaluesList;
 class SoTexture2;
@@ -32,6 +34,13 @@ class PiTextureContouring {
   /// The texture built last, null before; referenced here until the next is built.
   SoTexture2* getTexture() const { return m_texture; }
 
+  /// Whether the texture has bands that aren't to be seen: without a colour, or as transparent as parts are that the
+  /// mapping wants deleted.
+  bool hasHoles() const { return !m_numShown.empty(); }
+  /// Whether a cell whose nodes have these of `values` lies in such bands alone. Then it need not be drawn, and nobody
+  /// can pick it.
+  bool isHole(const float* values, const int* nodes, int num) const;
+
   /// Where `value` stands on the texture. Isovalue k is on the left edge of texel k + 1. Between the isovalues of an
   /// irregular list each band has the same length on the texture, whatever its width in values.
   float getTextureCoord(float value) const;
@@ -44,6 +53,8 @@ class PiTextureContouring {
   void fill(SoTextureCoordinate2& node, int num, const float* values) const;
 
  private:
+  float valueOfBand(int band) const;
+  void findHoles();
   float drawnCoord(float value) const;
   float linearCoord(float value) const { return m_firstCoord + (value - m_minIso) * m_scale; }
 
@@ -61,7 +72,8 @@ class PiTextureContouring {
   float m_spanCoord = 0;
   float m_stepCoord = 0;
   SoTexture2* m_texture = nullptr;
-  int m_size = 1;  // texels
+  int m_size = 1;               // texels
+  std::vector<int> m_numShown;  // bands before each band, and of all; empty if all are
 };
 
 #endif

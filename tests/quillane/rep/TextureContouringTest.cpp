@@ -132,6 +132,34 @@ TEST_F(TextureContouringTest, WhatIsDrawnIsFiniteAndInItsBand) {
   }
 }
 
+// What has no colour isn't there to be picked either.
+TEST_F(TextureContouringTest, CellsInBandsWithoutColorAreLeftOut) {
+  NodePtr<PoMeshFilled> kit(new PoMeshFilled);
+  const auto mesh = TestGrid::unitCells(21, 2).make();  // x + 10 y
+  kit->setMesh(mesh.get());
+  kit->setDataMapping(mapping.get());
+  const float levels[] = {5, 15, 20, 25};
+  isovalues.setIrregularIsoList(4, levels);
+  kit->setIsovaluesList(&isovalues);
+  kit->valuesIndex = 0;
+  kit->coloringType = PoMesh::COLOR_TEXTURE_CONTOURING;
+  EXPECT_NEAR(Soup::of(kit.get()).area(), 20, 1e-5);
+  // No colour for the bands below 5 and from 25 on: of the first cells all have a node at 10, of the last ones at 20.
+  mapping->setMinThreshold(4.5F);
+  mapping->setMaxThreshold(24.5F);
+  mapping->enableThresholds(1, 1);
+  EXPECT_NEAR(Soup::of(kit.get()).area(), 20, 1e-5);
+  mapping->setMinThreshold(16);
+  EXPECT_NEAR(Soup::of(kit.get()).area(), 11, 1e-5) << "cells that reach 20: those from x = 9 on";
+  mapping->setMinThreshold(-1);
+  mapping->enableTransparency(1);
+  mapping->setValues(0, SbColor(0, 0, 0), 1, 100, SbColor(1, 1, 1), 1);
+  EXPECT_TRUE(Soup::of(kit.get()).triangles.empty());
+  mapping->setTransparencyValueDeletedParts(2);  // announces nothing
+  kit->touchKit();
+  EXPECT_NEAR(Soup::of(kit.get()).area(), 20, 1e-5);
+}
+
 TEST_F(TextureContouringTest, AKitShowsTheTextureOnWhite) {
   NodePtr<PoMeshFilled> kit(new PoMeshFilled);
   const auto mesh = TestGrid::unitCells(3, 3).make();
