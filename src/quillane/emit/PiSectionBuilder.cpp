@@ -15,7 +15,7 @@ Node* reuse(PiNodeRef<Node>& kept) {
   return kept.get();
 }
 
-void setIndices(SoMFInt32& field, const PiGrowBuffer<int>& indices) {
+void copyIndices(SoMFInt32& field, const PiGrowBuffer<int>& indices) {
   field.setNum(static_cast<int>(indices.size()));
   if (indices.empty()) return;
   std::copy(indices.begin(), indices.end(), field.startEditing());
@@ -52,7 +52,7 @@ void PiSectionBuilder::build(const PiSection& section) {
   emitPoints(section.points);
   auto* shape = reuse(m_kept.faces);
   m_nodes.group->addChild(shape);
-  setIndices(shape->coordIndex, section.coordIndices);
+  copyIndices(shape->coordIndex, section.coordIndices);
   emitColors(section.values, section.cells);
 }
 
@@ -78,7 +78,7 @@ void PiSectionBuilder::buildLines(const PiSection& section) {
   emitPoints(section.points);
   auto* shape = reuse(m_kept.lines);
   m_nodes.group->addChild(shape);
-  setIndices(shape->coordIndex, section.coordIndices);
+  copyIndices(shape->coordIndex, section.coordIndices);
   emitColors(section.values, section.cells);
 }
 

@@ -99,6 +99,8 @@ void PoMeshCrossSection::rebuild() {
     }
   } else {
     removeSurface("groupCrossSection");
+    m_section->intersection.forgetMesh();
+    setSectionBlocks(nullptr, m_section->distances.plane());
   }
   postRebuild();
 }

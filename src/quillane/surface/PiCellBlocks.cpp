@@ -11,11 +11,11 @@
 
 namespace {
 
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr float kFarAway = std::numeric_limits<float>::infinity();
 
-struct Box {
-  float low[3] = {kInfinity, kInfinity, kInfinity};
-  float high[3] = {-kInfinity, -kInfinity, -kInfinity};
+struct CellBounds {
+  float low[3] = {kFarAway, kFarAway, kFarAway};
+  float high[3] = {-kFarAway, -kFarAway, -kFarAway};
 
   bool isFinite() const {
     for (int axis = 0; axis < 3; ++axis)
@@ -23,7 +23,7 @@ struct Box {
         return false;
     return true;
   }
-  void add(const Box& other) {
+  void add(const CellBounds& other) {
     for (int axis = 0; axis < 3; ++axis) {
       low[axis] = std::min(low[axis], other.low[axis]);
       high[axis] = std::max(high[axis], other.high[axis]);
@@ -34,8 +34,8 @@ struct Box {
 
 /// The box round a cell; not finite if the cell isn't whole or a coordinate isn't finite.
 template <class Cells>
-Box boxOf(Cells& cells, int cell) {
-  Box box;
+CellBounds boxOf(Cells& cells, int cell) {
+  CellBounds box;
   bool isNumber = true;
   for (const int node : cells.nodes(cell)) {
     const float coords[3] = {cells.points.x[node], cells.points.y[node], cells.points.z[node]};
@@ -45,11 +45,11 @@ Box boxOf(Cells& cells, int cell) {
       isNumber &= coords[axis] == coords[axis];
     }
   }
-  return isNumber ? box : Box();
+  return isNumber ? box : CellBounds();
 }
 
 /// The lowest ten bits with two free places behind each.
-std::uint32_t spread(std::uint32_t bits) {
+std::uint32_t spreadBits(std::uint32_t bits) {
   bits = (bits | bits << 16) & 0x030000FFU;
   bits = (bits | bits << 8) & 0x0300F00FU;
   bits = (bits | bits << 4) & 0x030C30C3U;
@@ -120,10 +120,10 @@ float PiCellBlocks::boundBlocks(const Cells& source) {
     Cells cells = source;
     Girths& sums = girths[firstBlock / kBlocksInTask];
     for (std::size_t block = firstBlock; block < endBlock; ++block) {
-      Box box;
+      CellBounds box;
       const std::size_t begin = block * kBlockSize, end = std::min(begin + kBlockSize, numCells);
       for (std::size_t place = begin; place < end; ++place) {
-        const Box cell = boxOf(cells, m_order.empty() ? static_cast<int>(place) : m_order[place]);
+        const CellBounds cell = boxOf(cells, m_order.empty() ? static_cast<int>(place) : m_order[place]);
         if (!cell.isFinite()) continue;
         box.add(cell);
         sums.ofCells += static_cast<double>(cell.girth()) / kBlockSize;
@@ -147,9 +147,9 @@ float PiCellBlocks::boundBlocks(const Cells& source) {
 template <class Cells>
 void PiCellBlocks::sortCells(const Cells& source) {
   Cells cells = source;
-  Box domain;
+  CellBounds domain;
   for (std::size_t block = 0; block < m_bounds[0].size(); ++block) {
-    Box box;
+    CellBounds box;
     for (std::size_t axis = 0; axis < 3; ++axis) {
       box.low[axis] = m_bounds[axis][block];
       box.high[axis] = m_bounds[axis + 3][block];
@@ -159,13 +159,13 @@ void PiCellBlocks::sortCells(const Cells& source) {
   const auto num = static_cast<std::size_t>(m_numCells);
   std::vector<std::uint32_t> keys(num);
   for (std::size_t cell = 0; cell < num; ++cell) {
-    const Box box = boxOf(cells, static_cast<int>(cell));
+    const CellBounds box = boxOf(cells, static_cast<int>(cell));
     if (!box.isFinite()) continue;
     for (std::size_t axis = 0; axis < 3; ++axis) {
       const double extent = static_cast<double>(domain.high[axis]) - domain.low[axis];
       const double middle = (static_cast<double>(box.low[axis]) + box.high[axis]) / 2 - domain.low[axis];
       const auto step = extent > 0 ? static_cast<std::uint32_t>(std::clamp(middle / extent * 1024, 0.0, 1023.0)) : 0U;
-      keys[cell] |= spread(step) << axis;
+      keys[cell] |= spreadBits(step) << axis;
     }
   }
   m_order.resize(num);

@@ -10,7 +10,7 @@
 
 namespace {
 
-bool isFinite(const SbVec3f& point) {
+bool isFinitePlace(const SbVec3f& point) {
   return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
 
@@ -187,7 +187,7 @@ bool PiCrossContour::isDrawn(int cell) const {
   if (!topology) return false;
   for (int n = 0; n < topology->getNumNodes(); ++n) {
     const int node = topology->getNodeIndex(n);
-    if ((m_values && std::isnan(m_values[node])) || !isFinite(m_mesh->getNodeCoord(node))) return false;
+    if ((m_values && std::isnan(m_values[node])) || !isFinitePlace(m_mesh->getNodeCoord(node))) return false;
   }
   return true;
 }

@@ -43,6 +43,9 @@ class PiMeshSection {
   void cut(const PbCartesianGrid3D& mesh, const PiSectionRequest& request);
   void cut(const PbIndexedMesh3D& mesh, const PiSectionRequest& request);
 
+  /// Lets go of what is known of the mesh cut last.
+  void forgetMesh() { m_blocks.reset(); }
+
   /// How many cells were looked at in the last section.
   std::size_t numVisited() const { return m_numVisited; }
   /// Without what is shared with others.

@@ -118,6 +118,7 @@ void PiPlaneCutter::cut(const PiSectionCases& cases, int cell, const int* nodes,
     return;
   const auto pointOfNode = [&](int node) { return pointOf(node); };
   if (sides.front == 0) {
+    if (sides.on == cases.wholeMask()) return;  // a cell without volume
     keepFacetBehind(cases, sides.on, cell, nodes, pointOfNode);
     return;
   }

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{1} << 16;
+constexpr std::size_t kNodesInTask = std::size_t{1} << 16;
 
 bool isFinite(const PiSectionPlane& plane) {
   return std::isfinite(plane.a) && std::isfinite(plane.b) && std::isfinite(plane.c) && std::isfinite(plane.d);
@@ -80,7 +80,7 @@ void PiPlaneDistances::compute(const PbMesh3D& mesh) {
   int numX, numY, numZ;
   mesh.getCoordinates(x, y, z, numX, numY, numZ);
   if (x && y && z && (dynamic_cast<const PbIndexedMesh3D*>(&mesh) || dynamic_cast<const PbCartesianGrid3D*>(&mesh))) {
-    PiParallel::forBlocks(numNodes, kBlock, [&](std::size_t begin, std::size_t end) {
+    PiParallel::forBlocks(numNodes, kNodesInTask, [&](std::size_t begin, std::size_t end) {
       for (std::size_t node = begin; node < end; ++node)
         distances[node] = plane.a * x[node] + plane.b * y[node] + plane.c * z[node];
     });

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::int8_t kNone = -1;
+constexpr std::int8_t kNoEdge = -1;
 
 }  // namespace
 
@@ -15,7 +15,7 @@ PiSectionCases::PiSectionCases(const PiCellTopology& topology) : m_topology(&top
     m_starts.push_back(static_cast<std::uint16_t>(m_cuts.size()));
     NextEdge next = joinEdges(front);
     for (std::size_t first = 0; first < topology.edges.size(); ++first) {
-      if (next[first] == kNone) continue;
+      if (next[first] == kNoEdge) continue;
       const std::size_t count = m_cuts.size();
       m_cuts.push_back(0);
       // Once round, or to the other end of a chord.
@@ -23,8 +23,8 @@ PiSectionCases::PiSectionCases(const PiCellTopology& topology) : m_topology(&top
       do {
         m_cuts.push_back(edge);
         ++m_cuts[count];
-        edge = std::exchange(next[static_cast<std::size_t>(edge)], kNone);
-      } while (edge != kNone && edge != static_cast<std::int8_t>(first));
+        edge = std::exchange(next[static_cast<std::size_t>(edge)], kNoEdge);
+      } while (edge != kNoEdge && edge != static_cast<std::int8_t>(first));
     }
     m_cuts.push_back(0);
   }
@@ -45,7 +45,7 @@ const PiSectionCases& PiSectionCases::of(const PiCellTopology& topology) {
 // takes up where a chord ends.
 PiSectionCases::NextEdge PiSectionCases::joinEdges(unsigned front) const {
   NextEdge next;
-  next.fill(kNone);
+  next.fill(kNoEdge);
   const auto isFront = [front](int node) { return (front >> node & 1U) != 0; };
   for (const PiFacet& facet : m_topology->facets) {
     const std::span<const int> corners = facet.corners();

@@ -5,14 +5,14 @@
 #include <span>
 
 #include <Inventor/SbVec3f.h>
-#include <Ormelle/PbCartesianGrid3D.h>
-#include <Ormelle/PbIndexedMesh3D.h>
 
 #include "quillane/cell/PiCellTopology.h"
 #include "quillane/mesh/PiConnectivity.h"
+#include "quillane/view/PiView3D.h"
 
-/// The cells of volume meshes that have arrays of coordinates, as algorithms read them: any cell at any time, from any
-/// thread.
+/// @file
+/// The cells of volume meshes that have arrays of coordinates, for algorithms that look at some cells only, in an order
+/// of their own. Each thread has a copy.
 
 /// Where the nodes are.
 struct PiNodeArrays {
@@ -53,23 +53,13 @@ class PiGridCells {
   static constexpr std::size_t kCellSize = 8;
 
   explicit PiGridCells(const PbCartesianGrid3D& grid) {
-    int numX;
-    grid.getGeometry(numX, m_numY, m_numZ, points.x, points.y, points.z);
-    m_numCells = grid.getNumCells();
+    grid.getGeometry(m_shape.numX, m_shape.numY, m_shape.numZ, points.x, points.y, points.z);
   }
-  int numCells() const { return m_numCells; }
-  /// Valid until the next call in the same thread's copy of `this`.
+  int numCells() const { return m_shape.numCells(); }
+  /// Good until the next call.
   std::span<const int> nodes(int cell) {
-    const int numK = m_numZ - 1, numJ = m_numY - 1;
-    const int k = cell % numK, j = cell / numK % numJ, i = cell / numK / numJ;
-    const int first = (i * m_numY + j) * m_numZ + k, stepI = m_numY * m_numZ;
-    for (int up = 0; up < 2; ++up) {
-      int* corner = m_nodes + 4 * up;
-      corner[0] = first + up;
-      corner[1] = corner[0] + stepI;
-      corner[2] = corner[1] + m_numZ;
-      corner[3] = corner[0] + m_numZ;
-    }
+    const int numK = m_shape.numZ - 1, numJ = m_shape.numY - 1;
+    m_shape.cellNodes(cell / numK / numJ, cell / numK % numJ, cell % numK, m_nodes);
     return m_nodes;
   }
   const PiCellTopology& topologyOf(std::size_t) const { return PiTopology::kHexahedron; }
@@ -77,7 +67,7 @@ class PiGridCells {
   PiNodeArrays points{nullptr, nullptr, nullptr};
 
  private:
-  int m_numY = 0, m_numZ = 0, m_numCells = 0;
+  PiGridShape m_shape{};
   int m_nodes[8] = {};
 };
 

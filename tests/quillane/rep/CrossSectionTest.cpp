@@ -22,6 +22,7 @@
 #include "quillane/rep/TestGrid.h"
 #include "quillane/rep/VolumeSamples.h"
 #include "support/NodePtr.h"
+#include "support/SceneText.h"
 #include "support/Soup.h"
 
 namespace {
@@ -370,6 +371,40 @@ TEST_F(CrossSectionTest, OutlivesItsData) {
     EXPECT_EQ(group(), nullptr);
     mesh = volumeKinds()[4].make(3, 3, 3);
   }
+}
+
+TEST_F(CrossSectionTest, IsWrittenAsFieldsOrAsGeometry) {
+  const auto mesh = volumeKinds()[5].make(3, 3, 3);
+  const SbPlane plane(SbVec3f(0.6F, 0, 0.8F), 1.7F);
+  cut(*mesh, plane);
+  NodePtr<PoMeshCrossContour> outline(new PoMeshCrossContour);
+  outline->setMesh(mesh.get());
+  outline->plane = plane;
+  NodePtr<SoSeparator> scene(new SoSeparator);
+  scene->addChild(kit.get());
+  scene->addChild(outline.get());
+  const Soup drawn = Soup::of(scene.get());
+
+  const std::string fields = textOf(scene.get());
+  EXPECT_EQ(fields.find("Coordinate3"), std::string::npos);
+  const NodePtr<SoSeparator> fromFields = sceneOf(fields);
+  ASSERT_TRUE(fromFields);
+  EXPECT_EQ(textOf(fromFields.get()), fields);
+  EXPECT_EQ(static_cast<PoMeshCrossContour*>(fromFields->getChild(1))->plane.getValue(), plane);
+  auto* section = static_cast<PoMeshCrossSection*>(fromFields->getChild(0));
+  section->setMesh(mesh.get());
+  EXPECT_NEAR(Soup::of(section).area(), drawn.area(), 1e-5);
+
+  PoBase::setNodeWriteFormat(PoBase::WRITE_GEOMETRY);
+  const std::string geometry = textOf(scene.get());
+  PoBase::setNodeWriteFormat(PoBase::WRITE_FIELDS);
+  const NodePtr<SoSeparator> fromGeometry = sceneOf(geometry);
+  ASSERT_TRUE(fromGeometry);
+  const Soup read = Soup::of(fromGeometry.get());
+  EXPECT_NEAR(read.area(), drawn.area(), 1e-5);
+  EXPECT_NEAR(read.length(), drawn.length(), 1e-5);
+  section->setMesh(static_cast<PbMesh3D*>(nullptr));
+  outline->setMesh(static_cast<PbMesh3D*>(nullptr));
 }
 
 // --- the outline ----------------------------------------------------------------------------------------------------

@@ -168,6 +168,19 @@ TEST(SectionTest, CutsTheDiagonalOfAHexahedron) {
   EXPECT_NEAR(SectionFacts(section.section, {1, -1, 0, 0}).area, std::sqrt(2.0), 1e-6);
 }
 
+// Cells without volume have no section, not even in a plane that they lie in; nor has a plane without a normal.
+TEST(SectionTest, LeavesOutFlatCellsAndPlanesWithoutNormal) {
+  MeshSample<PbMesh3D> mesh = meshKinds3D()[3].make({4, 4, 4, {0, 0, 0}, {3, 3, 0}}, 1);
+  PiMeshSection section;
+  for (const PiSectionPlane& plane : {PiSectionPlane(0, 0, 1, 0), PiSectionPlane(0, 0, 0, 0)}) {
+    cutMesh(section, *mesh.mesh, {plane});
+    EXPECT_EQ(section.section.cells.size(), 0U);
+  }
+  mesh = meshKinds3D()[3].make(unitCells(), 1);
+  cutMesh(section, *mesh.mesh, {{0, 0, 0, 0}});
+  EXPECT_EQ(section.section.cells.size(), 0U);
+}
+
 // A tetrahedron that touches the plane with a facet is drawn from either side, once beside a neighbour.
 TEST(SectionTest, DrawsAFacetBetweenTetrahedraOnce) {
   const float x[] = {0, 1, 0, 0, 0}, y[] = {0, 0, 1, 0, 0}, z[] = {0, 0, 0, 1, -1};
