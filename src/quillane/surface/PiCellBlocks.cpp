@@ -49,7 +49,7 @@ CellBounds boxOf(Cells& cells, int cell) {
 }
 
 /// The lowest ten bits with two free places behind each.
-std::uint32_t spreadBits(std::uint32_t bits) {
+std::uint32_t withGaps(std::uint32_t bits) {
   bits = (bits | bits << 16) & 0x030000FFU;
   bits = (bits | bits << 8) & 0x0300F00FU;
   bits = (bits | bits << 4) & 0x030C30C3U;
@@ -165,7 +165,7 @@ void PiCellBlocks::sortCells(const Cells& source) {
       const double extent = static_cast<double>(domain.high[axis]) - domain.low[axis];
       const double middle = (static_cast<double>(box.low[axis]) + box.high[axis]) / 2 - domain.low[axis];
       const auto step = extent > 0 ? static_cast<std::uint32_t>(std::clamp(middle / extent * 1024, 0.0, 1023.0)) : 0U;
-      keys[cell] |= spreadBits(step) << axis;
+      keys[cell] |= withGaps(step) << axis;
     }
   }
   m_order.resize(num);
