@@ -19,7 +19,10 @@ namespace {
 SbBox3f boxAtSizeOne(const SoText3& node, const SbName& font) {
   static std::map<std::string, SbBox3f> known;
   std::string key = font.getString() + std::to_string(node.justification.getValue());
-  for (int i = 0; i < node.string.getNum(); ++i) key += '\n' + std::string(node.string[i].getString());
+  for (int i = 0; i < node.string.getNum(); ++i) {
+    key += '\n';
+    key += node.string[i].getString();
+  }
   const auto found = known.find(key);
   if (found != known.end()) return found->second;
   auto* scene = new SoSeparator;
@@ -41,8 +44,10 @@ AxisText placed(const SbMatrix& matrix, const SbVec3f& shift, const SoText3& nod
   text.size = font.size.getValue();
   text.x = matrix[3][0];
   text.y = matrix[3][1];
-  for (int i = 0; i < node.string.getNum(); ++i)
-    text.text += (i > 0 ? "\n" : "") + std::string(node.string[i].getString());
+  for (int i = 0; i < node.string.getNum(); ++i) {
+    if (i > 0) text.text += '\n';
+    text.text += node.string[i].getString();
+  }
   const SbBox3f box = boxAtSizeOne(node, font.name.getValue());
   if (box.isEmpty()) return text;
   bool isFirst = true;

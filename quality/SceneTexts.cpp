@@ -19,7 +19,10 @@ std::string stringOf(const SoNode& node) {
   if (!field || !field->isOfType(SoMFString::getClassTypeId())) return {};
   const auto& lines = *static_cast<const SoMFString*>(field);
   std::string text;
-  for (int i = 0; i < lines.getNum(); ++i) text += (i > 0 ? "\n" : "") + std::string(lines[i].getString());
+  for (int i = 0; i < lines.getNum(); ++i) {
+    if (i > 0) text += '\n';
+    text += lines[i].getString();
+  }
   return text;
 }
 
