@@ -211,13 +211,6 @@ void read(Grad& grad) {
   grad.halfUnit = 0.5 * std::pow(10.0, exponent - decimals);
 }
 
-/// Whether a piece stands half a font size across from the one before, whichever way they are written.
-bool isRaised(const AxisText& piece, const AxisText& before) {
-  const double dx = std::abs(piece.x - before.x), dy = std::abs(piece.y - before.y), half = 0.5 * piece.size;
-  const double rounding = 1e-3 * half + 1e-6 * std::abs(piece.x);
-  return std::abs(dy - half) < rounding || (std::abs(dx - half) < rounding && dy > 0);
-}
-
 /// Joins what a logarithmic axis writes in pieces: "10" or "2.10", a raised exponent, the string that was added.
 std::vector<Grad> gradsOf(Kind kind, const std::vector<AxisText>& pieces, const std::string& added) {
   std::vector<Grad> grads;
@@ -226,7 +219,7 @@ std::vector<Grad> gradsOf(Kind kind, const std::vector<AxisText>& pieces, const 
     grad.x = grad.box.x;
     const std::string base = grad.text;
     const bool isPower = kind == LOG && (base == "10" || base.ends_with(".10") || base.ends_with(" x 10"));
-    if (isPower && i + 1 < pieces.size() && isRaised(pieces[i + 1], grad.box)) {
+    if (isPower && i + 1 < pieces.size() && pieces[i + 1].size < 0.9 * grad.box.size) {
       const std::string exponent = pieces[i + 1].text;
       double digit = 1;
       if (base != "10") digit = std::atof(base.substr(0, base.size() - 3).c_str());  // of "2.10" or "2.5 x 10"

@@ -18,7 +18,6 @@ constexpr float AUTO_ARROW_HEIGHT = 0.03F;
 constexpr float AUTO_ARROW_LENGTH = 0.05F;
 constexpr float TEXT_GAP = 0.65F;  ///< between a text and what stands before it, in font sizes: a figure's height
 constexpr float TEXT_ROOM = 0.8F;  ///< the part of an interval that a text may fill
-constexpr float RAISED = 0.5F;     ///< of exponents, in font sizes
 
 /// A place along and across the axis.
 struct Place {

@@ -1,6 +1,11 @@
 #include "graph/axis/PiAxisText.h"
 
+#include <Inventor/nodes/SoScale.h>
+#include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTranslation.h>
+
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -77,32 +82,46 @@ float PiAxisText::measureLength(const char* text) {
   return std::max(m_direction.dot(box.getMin()), m_direction.dot(box.getMax()));
 }
 
-/// Calls `piece(text, horizontal alignment, offset)` for each piece of a run at font size `size`.
-template <class Piece>
-void PiAxisText::forPieces(const PiTextRun& run, float size, Piece piece) {
-  if (run.num == 1) {
-    piece(run.pieces[0].text, m_alignment.horizontal, m_up * (run.pieces[0].raised * size));
+/// One piece of a run: where its own place is from that of the run, and how it is aligned there.
+struct PiAxisText::PlacedPiece {
+  const char* text;
+  int horizontal, vertical;
+  SbVec3f offset;
+  float scale;
+};
+
+/// Calls `use` for each piece of a run at font size `size`.
+template <class Use>
+void PiAxisText::forPieces(const PiTextRun& run, float size, Use use) {
+  if (run.num == 1 && !run.pieces[0].isExponent) {
+    use(PlacedPiece{run.pieces[0].text, m_alignment.horizontal, m_alignment.vertical, SbVec3f(0, 0, 0), 1});
     return;
   }
+  const auto scaleOf = [&](int p) { return run.pieces[p].isExponent ? EXPONENT_SCALE : 1.0F; };
   float lengths[PiTextRun::MAX_PIECES] = {};
   float all = 0;
-  for (int p = 0; p < run.num; ++p) all += lengths[p] = measureLength(run.pieces[p].text);
+  for (int p = 0; p < run.num; ++p) all += lengths[p] = measureLength(run.pieces[p].text) * scaleOf(p);
   float along = m_alignment.horizontal == PiText::RIGHT    ? -all
                 : m_alignment.horizontal == PiText::CENTER ? -all / 2
                                                            : 0;
+  // The base line of the run, as PiText puts it.
+  const float base = m_alignment.vertical == PiText::UPPER ? -0.65F : m_alignment.vertical == PiText::HALF ? -0.32F : 0;
   for (int p = 0; p < run.num; ++p) {
-    piece(run.pieces[p].text, PiText::LEFT, m_direction * (along * size) + m_up * (run.pieces[p].raised * size));
+    const bool isExponent = run.pieces[p].isExponent;
+    const float across = isExponent ? base + EXPONENT_RAISED : 0;
+    use(PlacedPiece{run.pieces[p].text, PiText::LEFT, isExponent ? PiText::BASE : m_alignment.vertical,
+                    m_direction * (along * size) + m_up * (across * size), scaleOf(p)});
     along += lengths[p];
   }
 }
 
 PiTextBox PiAxisText::measure(const PiTextRun& run) {
   SbBox3f all;
-  forPieces(run, 1, [&](const char* text, int horizontal, const SbVec3f& offset) {
-    m_text.setFont(m_fontName, 1);
-    m_text.setAlignment(horizontal, m_alignment.vertical);
-    m_text.setPosition(offset);
-    const SbBox3f& box = m_text.measure(text, m_isWrapped);
+  forPieces(run, 1, [&](const PlacedPiece& piece) {
+    m_text.setFont(m_fontName, piece.scale);
+    m_text.setAlignment(piece.horizontal, piece.vertical);
+    m_text.setPosition(piece.offset);
+    const SbBox3f& box = m_text.measure(piece.text, m_isWrapped);
     if (!box.isEmpty()) all.extendBy(box);
   });
   if (all.isEmpty()) return {};
@@ -110,11 +129,26 @@ PiTextBox PiAxisText::measure(const PiTextRun& run) {
 }
 
 void PiAxisText::build(const PiTextRun& run, float x, float y, float size, SoGroup* group) {
-  forPieces(run, size, [&](const char* text, int horizontal, const SbVec3f& offset) {
+  forPieces(run, size, [&](const PlacedPiece& piece) {
+    const SbVec3f place = SbVec3f(x, y, 0) + piece.offset;
+    if (!std::isfinite(place[0]) || !std::isfinite(place[1])) return;
     m_text.setFont("", size);
-    m_text.setAlignment(horizontal, m_alignment.vertical);
-    m_text.setPosition(SbVec3f(x, y, 0) + offset);
+    m_text.setAlignment(piece.horizontal, piece.vertical);
+    m_text.setPosition(place);
     m_text.setGroup(group);
-    m_text.build(text, m_isWrapped);
+    if (piece.scale != 1) {
+      // The font stands before the group, so that a smaller text takes a scale.
+      auto* smaller = new SoSeparator;
+      group->addChild(smaller);
+      auto* translation = new SoTranslation;
+      smaller->addChild(translation);
+      translation->translation = place;
+      auto* scale = new SoScale;
+      smaller->addChild(scale);
+      scale->scaleFactor.setValue(piece.scale, piece.scale, piece.scale);
+      m_text.setPosition(SbVec3f(0, 0, 0));
+      m_text.setGroup(smaller);
+    }
+    m_text.build(piece.text, m_isWrapped);
   });
 }

@@ -31,12 +31,12 @@ struct PiTextAlignment {
   static PiTextAlignment beyond(PoAxis::TextPath path, bool isIncreasing);
 };
 
-/// Up to three pieces of text in one line, each raised by some part of the font size: a power of ten is two of them.
+/// Up to three pieces of text in one line: a power of ten is two of them, "10" and its exponent.
 struct PiTextRun {
   static constexpr int MAX_PIECES = 3;
   struct Piece {
     const char* text = nullptr;
-    float raised = 0;
+    bool isExponent = false;  ///< smaller, and raised
   };
 
   Piece pieces[MAX_PIECES];
@@ -45,14 +45,23 @@ struct PiTextRun {
   PiTextRun() = default;
   explicit PiTextRun(const char* text) { add(text); }
   /// Empty texts add nothing.
-  void add(const char* text, float raised = 0) {
-    if (text && *text && num < MAX_PIECES) pieces[num++] = {text, raised};
+  /// @{
+  void add(const char* text) { addPiece({text, false}); }
+  void addExponent(const char* text) { addPiece({text, true}); }
+  /// @}
+
+ private:
+  void addPiece(const Piece& piece) {
+    if (piece.text && *piece.text && num < MAX_PIECES) pieces[num++] = piece;
   }
 };
 
 /// The texts of one element of an axis, which share font, direction and alignment.
 class PiAxisText {
  public:
+  static constexpr float EXPONENT_RAISED = 0.5F;  ///< base line above that of the text, in font sizes
+  static constexpr float EXPONENT_SCALE = 0.7F;   ///< its size, in font sizes
+
   /// `attributes` must live as long as this.
   PiAxisText(const SbString& fontName, const PbMiscTextAttr& attributes, PoAxis::TextPath path,
              const PiTextAlignment& alignment);
@@ -71,8 +80,9 @@ class PiAxisText {
   void build(const PiTextRun& run, float x, float y, float size, SoGroup* group);
 
  private:
-  template <class Piece>
-  void forPieces(const PiTextRun& run, float size, Piece piece);
+  struct PlacedPiece;
+  template <class Use>
+  void forPieces(const PiTextRun& run, float size, Use use);
 
   const SbString m_fontName;
   const PoAxis::TextPath m_path;

@@ -114,7 +114,7 @@ float fittingWidth(PoAxis::TextPath path, const PiTextRun& run, const PiTextBox&
   if (!PiAxisText::isVertical(path)) return box.xmax - box.xmin;
   if (run.num == 0) return 0;
   const auto letters = [&](int piece) { return static_cast<float>(PiAxisText::countLetters(run.pieces[piece].text)); };
-  const bool hasExponent = run.num > 1 && run.pieces[1].raised != 0;
+  const bool hasExponent = run.num > 1 && run.pieces[1].isExponent;
   if (!hasExponent) return PiAxisLayout::TEXT_GAP + letters(0) - 1;
   return 2 * PiAxisLayout::TEXT_GAP + (run.num > 2 ? letters(2) - 1 : 0);
 }

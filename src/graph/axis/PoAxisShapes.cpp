@@ -131,7 +131,7 @@ void PoAxis::buildMultFactorAtExtr(int exponent, float min, float max, float& di
   char digits[16];
   *std::to_chars(digits, digits + sizeof digits - 1, exponent).ptr = 0;
   PiTextRun run("x 10");
-  run.add(digits, PiAxisLayout::RAISED);
+  run.addExponent(digits);
   text.build(run, place.x, place.y, size, group);
   PiAxisLayout::growByText(s.limits, text.measure(run), place.x, place.y, size);
 }

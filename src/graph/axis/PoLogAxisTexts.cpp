@@ -38,7 +38,7 @@ class PoLogAxis::TextLine {
     const bool isRun = logType == LOG_GRAD_TEN_POWER;
     if (!isRun) PiGradStrings::append(text, m_added);
     PiTextRun run(text);
-    run.add(exponentText, PiAxisLayout::RAISED);
+    run.addExponent(exponentText);
     if (isRun) run.add(m_added);
     m_line.add(gradation.coord, run);
     m_fittingWidth = std::max(m_fittingWidth, PiLogText::fittingWidth(m_line.path(), run, m_line.lastBox()));

@@ -48,16 +48,16 @@ TEST_F(AxisText, StandsOnItsSideOfTheAxisAndCentredOnItsGradation) {
   const float slack = 0.15F;  // bearings and descenders
   for (const PoAxis::TextPath path : kPaths) {
     PiTextRun power("10");
-    power.add("12", PiAxisLayout::RAISED);
+    power.addExponent("12");
     for (const PiTextRun& run : {PiTextRun("1500"), PiTextRun("-0.25 m"), power}) {
       const PiTextBox above = box(path, PiTextAlignment::beside(path, true), run);
-      EXPECT_GT(above.ymin, -slack - PiAxisLayout::RAISED) << path;
+      EXPECT_GT(above.ymin, -slack - PiAxisText::EXPONENT_RAISED) << path;
       EXPECT_GT(above.ymax, 0.5F) << path;
       const PiTextBox below = box(path, PiTextAlignment::beside(path, false), run);
-      EXPECT_LT(below.ymax, slack + PiAxisLayout::RAISED) << path;
+      EXPECT_LT(below.ymax, slack + PiAxisText::EXPONENT_RAISED) << path;
       EXPECT_LT(below.ymin, -0.5F) << path;
       for (const PiTextBox& placed : {above, below})
-        EXPECT_NEAR((placed.xmin + placed.xmax) / 2, 0, slack + PiAxisLayout::RAISED / 2) << path;
+        EXPECT_NEAR((placed.xmin + placed.xmax) / 2, 0, slack + PiAxisText::EXPONENT_RAISED / 2) << path;
     }
     // Along the axis a text is long, across it it is high.
     const PiTextBox wide = box(path, PiTextAlignment::beside(path, true), PiTextRun("100000"));
@@ -68,12 +68,12 @@ TEST_F(AxisText, StandsOnItsSideOfTheAxisAndCentredOnItsGradation) {
 TEST_F(AxisText, BeyondTheEndReachesOutwards) {
   for (const PoAxis::TextPath path : kPaths) {
     PiTextRun run("x 10");
-    run.add("3", PiAxisLayout::RAISED);
+    run.addExponent("3");
     const PiTextBox increasing = box(path, PiTextAlignment::beyond(path, true), run);
-    EXPECT_GT(increasing.xmin, -0.15F - PiAxisLayout::RAISED) << path;
+    EXPECT_GT(increasing.xmin, -0.15F - PiAxisText::EXPONENT_RAISED) << path;
     EXPECT_GT(increasing.xmax, 0.5F) << path;
     const PiTextBox decreasing = box(path, PiTextAlignment::beyond(path, false), run);
-    EXPECT_LT(decreasing.xmax, 0.15F + PiAxisLayout::RAISED) << path;
+    EXPECT_LT(decreasing.xmax, 0.15F + PiAxisText::EXPONENT_RAISED) << path;
     EXPECT_LT(decreasing.xmin, -0.5F) << path;
   }
 }
@@ -81,14 +81,15 @@ TEST_F(AxisText, BeyondTheEndReachesOutwards) {
 TEST_F(AxisText, RunIsAsLongAsItsPieces) {
   PiAxisText text("defaultFont", attributes, PoAxis::PATH_RIGHT, PiTextAlignment::beside(PoAxis::PATH_RIGHT, true));
   PiTextRun run("10");
-  run.add("7", PiAxisLayout::RAISED);
+  run.addExponent("7");
   run.add("");
   run.add(" km");
   ASSERT_EQ(run.num, 3);
-  const float length = text.measureLength("10") + text.measureLength("7") + text.measureLength(" km");
+  const float length =
+      text.measureLength("10") + text.measureLength("7") * PiAxisText::EXPONENT_SCALE + text.measureLength(" km");
   const PiTextBox all = text.measure(run);
   EXPECT_NEAR(all.xmax - all.xmin, length, 0.1F);
-  EXPECT_GT(all.ymax, text.measure(PiTextRun("10")).ymax + 0.4F) << "the exponent is raised";
+  EXPECT_GT(all.ymax, text.measure(PiTextRun("10")).ymax + 0.2F) << "the exponent is raised";
   EXPECT_TRUE(text.measure(PiTextRun("")).isEmpty());
   EXPECT_EQ(PiAxisText::countLetters("M\xC3\xA4rz"), 4);
 }
