@@ -126,12 +126,15 @@ void AxisText::extendBy(const AxisText& other) {
   ymax = std::max(ymax, other.ymax);
 }
 
-std::vector<AxisText> axisTexts(SoBaseKit& axis, const char* element) {
+std::vector<AxisText> axisTexts(SoBaseKit& axis, const char* element, int direction) {
   std::vector<AxisText> texts;
   const auto* group = static_cast<SoGroup*>(axis.getPart(element, FALSE));
   const std::string fontPart = std::string(element) + "App.font";
   const auto* font = static_cast<SoFont*>(axis.getPart(fontPart.c_str(), FALSE));
   if (!group || !font) return texts;
-  addTexts(group, Placement(), *font, texts);
+  Placement place;
+  if (const auto* transform = static_cast<SoMatrixTransform*>(axis.getPart("transform", FALSE)))
+    place.x = transform->matrix.getValue()[3][direction];
+  addTexts(group, place, *font, texts);
   return texts;
 }

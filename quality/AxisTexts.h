@@ -19,7 +19,8 @@ struct AxisText {
   void extendBy(const AxisText& other);
 };
 
-/// The texts in the group `element` of a rebuilt axis, in their font `elementApp.font`.
-std::vector<AxisText> axisTexts(SoBaseKit& axis, const char* element);
+/// The texts in the group `element` of a rebuilt axis, in their font `elementApp.font`; `direction` is that of the
+/// axis, 0 for x.
+std::vector<AxisText> axisTexts(SoBaseKit& axis, const char* element, int direction);
 
 #endif

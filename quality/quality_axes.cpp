@@ -62,6 +62,8 @@ enum Kind { LINEAR, LOG, GENERALIZED };
 
 // --- making ---------------------------------------------------------------------------------------------------------
 
+int directionOf(const PoCartesianAxis& axis) { return axis.type.getValue() / 2; }
+
 double magnitude(QualityRandom& random, double low, double high) { return std::pow(10.0, random.uniform(low, high)); }
 
 /// The ends of a linear axis: near 0, about 0, or far away.
@@ -100,13 +102,12 @@ void makeDomain(QualityRandom& random, float start, float end, Case& c, int dire
 void makeCommon(QualityRandom& random, Case& c, float start, float end) {
   PoCartesianAxis& axis = *c.axis;
   const int type = random.index(6);
-  const int directions[] = {0, 0, 1, 1, 2, 2};
   axis.type = type;
   SbVec3f place(0, 0, 0);
-  place[directions[type]] = start;
+  place[directionOf(axis)] = start;
   axis.start = place;
   axis.end = end;
-  makeDomain(random, start, end, c, directions[type]);
+  makeDomain(random, start, end, c, directionOf(axis));
   if (random.chance(0.3)) {
     axis.gradPosition = random.index(2);
     axis.gradPath = random.index(4);
@@ -245,7 +246,7 @@ std::vector<Grad> gradsOf(Kind kind, const std::vector<AxisText>& pieces, const 
 
 /// The power of ten that stands beyond an end of the axis; 0 without one.
 int multiplierOf(PoCartesianAxis& axis) {
-  const std::vector<AxisText> texts = axisTexts(axis, "multFactor");
+  const std::vector<AxisText> texts = axisTexts(axis, "multFactor", directionOf(axis));
   return texts.size() < 2 ? 0 : std::atoi(texts[1].text.c_str());
 }
 
@@ -273,7 +274,7 @@ Faults judge(Kind kind, const Case& c, std::string& shown) {
   PoCartesianAxis& axis = *c.axis;
   const std::string added =
       axis.gradAddStringVisibility.getValue() == 1 ? axis.gradAddString.getValue().getString() : "";
-  std::vector<Grad> grads = gradsOf(kind, axisTexts(axis, "mainGradText"), added);
+  std::vector<Grad> grads = gradsOf(kind, axisTexts(axis, "mainGradText", directionOf(axis)), added);
   bool areDigits = false;
   if (kind == LOG) {
     PoLogAxis::TenPowGradRep powerRep;
@@ -285,7 +286,7 @@ Faults judge(Kind kind, const Case& c, std::string& shown) {
     const float* coords;
     // Digits beside a power are a list that repeats in each decade.
     areDigits = digitRep == PoLogAxis::DECADE_DIGIT && axis.getMainGradCoords(coords) > 0;
-    std::vector<Grad> digits = gradsOf(kind, axisTexts(axis, "decadeText"), added);
+    std::vector<Grad> digits = gradsOf(kind, axisTexts(axis, "decadeText", directionOf(axis)), added);
     for (Grad& digit : digits) {
       digit.isMain = false;
       if (areDigits) digit.isNumber = false;

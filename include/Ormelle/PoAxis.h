@@ -37,7 +37,9 @@ struct PiAxisState;
 /// as |b - a| is at least some 10^-6 times the greater of |a| and |b| (ten gradations, each a few floats apart); on
 /// shorter spans the step grows with the distance of two neighbouring floats, down to one gradation at each end.
 /// Seconds since 1970, 1.8e9, are 128 apart as floats, and a map coordinate of 4,500,000 is known to half a metre.
-/// Where more is needed, subtract a fixed offset from the data and name it in the title, or use a time axis.
+/// Where more is needed, subtract a fixed offset from the data and name it in the title, or use a time axis. So far
+/// from 0, more than a thousand of its own lengths, a Cartesian axis counts the coordinates in its parts from its
+/// start, and `transform` holds the rest, so that lines and texts keep their distances while the camera moves.
 ///
 /// Catalog, behind the parts of PoBase. Each element is a triple of `<name>Sep` (SoSeparator), `<name>App`
 /// (SoAppearanceKit, to restyle the element) and `<name>` (SoGroup):

@@ -24,13 +24,13 @@ void addShape(int numPoints, const SbVec3f* points, SoGroup* group) {
 
 }  // namespace
 
-void addLine(float start, float end, SoGroup* group) {
+void addLine(float start, float end, float origin, SoGroup* group) {
   if (!std::isfinite(start) || !std::isfinite(end)) return;
-  const SbVec3f points[] = {SbVec3f(start, 0, 0), SbVec3f(end, 0, 0)};
+  const SbVec3f points[] = {SbVec3f(start - origin, 0, 0), SbVec3f(end - origin, 0, 0)};
   addShape<SoLineSet>(2, points, group);
 }
 
-void addLinesAcross(std::span<const float> coords, float from, float to, SoGroup* group) {
+void addLinesAcross(std::span<const float> coords, float from, float to, float origin, SoGroup* group) {
   if (!std::isfinite(from) || !std::isfinite(to)) return;
   const auto num =
       static_cast<int>(std::count_if(coords.begin(), coords.end(), [](float x) { return std::isfinite(x); }));
@@ -45,17 +45,18 @@ void addLinesAcross(std::span<const float> coords, float from, float to, SoGroup
   int32_t* numVertices = lines->numVertices.startEditing();
   for (const float x : coords) {
     if (!std::isfinite(x)) continue;
-    point++->setValue(x, from, 0);
-    point++->setValue(x, to, 0);
+    point++->setValue(x - origin, from, 0);
+    point++->setValue(x - origin, to, 0);
     *numVertices++ = 2;
   }
   coordinates->point.finishEditing();
   lines->numVertices.finishEditing();
 }
 
-void addArrow(float end, float tip, float height, SoGroup* group) {
+void addArrow(float end, float tip, float height, float origin, SoGroup* group) {
   if (!std::isfinite(end) || !std::isfinite(tip) || !std::isfinite(height)) return;
-  const SbVec3f points[] = {SbVec3f(end, height / 2, 0), SbVec3f(end, -height / 2, 0), SbVec3f(tip, 0, 0)};
+  const SbVec3f points[] = {SbVec3f(end - origin, height / 2, 0), SbVec3f(end - origin, -height / 2, 0),
+                            SbVec3f(tip - origin, 0, 0)};
   addShape<SoFaceSet>(3, points, group);
 }
 

@@ -25,6 +25,7 @@ struct PiAxisState {
   float along = 1;      ///< the reference length: the side of the domain along the axis
   float across = 1;     ///< the side of the domain across it
   Plimit limits;        ///< of what was built, in axis coordinates
+  float origin = 0;     ///< the coordinate that nodes of the axis count from: 0 but far from 0
   float axisStart = 0;  ///< the ends of the axis line
   float axisEnd = 0;
   bool isLegible = false;        ///< whether the last pass over gradation texts runs

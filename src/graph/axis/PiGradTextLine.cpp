@@ -56,7 +56,7 @@ void PiGradTextLine::makeLegible(bool isThinned, long firstMultiple) {
 void PiGradTextLine::build(float y, SoGroup* group) {
   for (int i = m_choice.next(-1, num()); i < num(); i = m_choice.next(i, num())) {
     const auto t = static_cast<size_t>(i);
-    m_text.build(m_runs[t], m_coords[t], y, m_choice.size, group);
+    m_text.build(m_runs[t], m_coords[t] - m_state.origin, y, m_choice.size, group);
     PiAxisLayout::growByText(m_state.limits, m_boxes[t], m_coords[t], y, m_choice.size);
   }
 }

@@ -61,7 +61,7 @@ void PoAxis::buildArrow(float axisStart, float axisEnd, SoGroup* group) {
   if (!(a.arrowLength > 0)) a.arrowLength = PiAxisLayout::AUTO_ARROW_LENGTH;
   const float height = a.arrowHeight * s.along, length = a.arrowLength * s.along;
   const float tip = axisEnd > axisStart ? axisEnd + length : axisEnd - length;
-  PiAxisShapes::addArrow(axisEnd, tip, height, group);
+  PiAxisShapes::addArrow(axisEnd, tip, height, s.origin, group);
   s.limits.xmin = std::min(s.limits.xmin, tip);
   s.limits.xmax = std::max(s.limits.xmax, tip);
   s.limits.ymin = std::min(s.limits.ymin, -height / 2);
@@ -73,7 +73,7 @@ void PoAxis::buildTick(int num, const float* coords, float length, SoGroup* grou
   if (s.attributes.tickVisibility != VISIBILITY_ON || num <= 0) return;
   const PiAxisLayout::Reach reach = PiAxisLayout::tickReach(s.attributes.tickPosition, s.attributes.isAbove());
   const float from = reach.from * length, to = reach.to * length;
-  PiAxisShapes::addLinesAcross({coords, static_cast<size_t>(num)}, from, to, group);
+  PiAxisShapes::addLinesAcross({coords, static_cast<size_t>(num)}, from, to, s.origin, group);
   s.limits.ymin = std::min({s.limits.ymin, from, to});
   s.limits.ymax = std::max({s.limits.ymax, from, to});
 }
@@ -85,7 +85,8 @@ void PoAxis::buildGridLines(int num, const float* coords, SoGroup* group) {
   // Lengths are coordinates of the direction across, which the transform scales as it scales everything across.
   const float unit = a.side() * s.along / s.across;
   for (const float length : {-std::abs(a.gridLengthGradOtherSide), std::abs(a.gridLengthGradSide)})
-    if (length != 0) PiAxisShapes::addLinesAcross({coords, static_cast<size_t>(num)}, 0, length * unit, group);
+    if (length != 0)
+      PiAxisShapes::addLinesAcross({coords, static_cast<size_t>(num)}, 0, length * unit, s.origin, group);
 }
 
 void PoAxis::buildGrads(int num, const float* coords, const char** strings, SoGroup* group) {
@@ -117,7 +118,7 @@ void PoAxis::buildTitle(float axisStart, float axisEnd, SoGroup* group) {
   text.setWrapped(true);
   const PiTextRun run(a.titleString.getString());
   const float size = a.titleFontSize * s.along;
-  text.build(run, placed.place.x, placed.place.y, size, group);
+  text.build(run, placed.place.x - s.origin, placed.place.y, size, group);
   PiAxisLayout::growByText(s.limits, text.measure(run), placed.place.x, placed.place.y, size);
 }
 
@@ -132,7 +133,7 @@ void PoAxis::buildMultFactorAtExtr(int exponent, float min, float max, float& di
   *std::to_chars(digits, digits + sizeof digits - 1, exponent).ptr = 0;
   PiTextRun run("x 10");
   run.addExponent(digits);
-  text.build(run, place.x, place.y, size, group);
+  text.build(run, place.x - s.origin, place.y, size, group);
   PiAxisLayout::growByText(s.limits, text.measure(run), place.x, place.y, size);
 }
 
@@ -154,7 +155,7 @@ void PoAxis::buildAxisLine(float axisStart, float axisEnd) {
   s.limits = {std::min(axisStart, axisEnd), std::max(axisStart, axisEnd), 0, 0};
   auto* line = new SoGroup;
   setPart("body", line);
-  PiAxisShapes::addLine(axisStart, axisEnd, line);
+  PiAxisShapes::addLine(axisStart, axisEnd, s.origin, line);
   auto* triangle = new SoGroup;
   setPart("arrow", triangle);
   buildArrow(axisStart, axisEnd, triangle);

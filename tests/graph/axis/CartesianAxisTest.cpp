@@ -184,6 +184,28 @@ TEST(CartesianAxis, FramesAreRightHandedAndOffsetInTheSecondDirection) {
   }
 }
 
+TEST(CartesianAxis, FarFromZeroCountsFromItsStart) {
+  const float start = 1.7e9F, end = 1.7e9F + 86400;
+  PbDomain domain(start, 0, end, 1, PbDomain::BOX_AS_GIVEN);
+  const auto axis = make<PoLinearAxis>(SbVec3f(start, 0, 0), end, PoCartesianAxis::XY, 0.F);
+  axis->setDomain(&domain);
+  axis->titleVisibility = PoAxis::VISIBILITY_ON;
+  axis->titleString = "Title";
+  axis->rebuild();
+  const SbMatrix matrix = static_cast<SoMatrixTransform*>(partOf(*axis, "transform"))->matrix.getValue();
+  const auto isOnAxis = [&](const SbVec3f& point) {
+    SbVec3f inScene;
+    matrix.multVecMatrix(point, inScene);
+    return std::abs(point[0]) < 2 * 86400 && inScene[0] >= start && inScene[0] <= end + 86400;
+  };
+  for (const char* part : {"body", "arrow", "mainGradTick"})
+    for (const SbVec3f& point : pointsOf(*axis, part)) EXPECT_TRUE(isOnAxis(point)) << part;
+  for (const char* part : {"mainGradText", "title"})
+    for (const SoMatrixTransform* place : nodesOf<SoMatrixTransform>(partOf(*axis, part)))
+      EXPECT_TRUE(isOnAxis(SbVec3f(place->matrix.getValue()[3][0], 0, 0))) << part;
+  EXPECT_EQ(mainCoords(*axis).front(), start) << "answers are coordinates all the same";
+}
+
 TEST(CartesianAxis, PlanesResolveAsTheyShould) {
   for (int type = PoCartesianAxis::XY; type <= PoCartesianAxis::ZY; ++type) {
     const auto axis = make<PoLinearAxis>(SbVec3f(0, 0, 0), 1.F, static_cast<PoCartesianAxis::Type>(type), 0.F);
