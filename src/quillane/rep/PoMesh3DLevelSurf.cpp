@@ -39,7 +39,7 @@ bool isEnvironmentOn(const char* name) {
   return !(upper == "FALSE" || upper == "0" || upper == "NO" || upper == "OFF");
 }
 
-bool isFinite(const SbVec3f& point) {
+bool isFinitePlace(const SbVec3f& point) {
   return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
 
@@ -69,15 +69,15 @@ bool areNodesFinite(const View& view) {
       // Along the axes is everywhere.
       const PiGridShape& shape = view.shape();
       bool areFinite = true;
-      for (int i = 0; i < shape.numX; ++i) areFinite = areFinite && isFinite(view.point(i, 0, 0));
-      for (int j = 0; j < shape.numY; ++j) areFinite = areFinite && isFinite(view.point(0, j, 0));
-      for (int k = 0; k < shape.numZ; ++k) areFinite = areFinite && isFinite(view.point(0, 0, k));
+      for (int i = 0; i < shape.numX; ++i) areFinite = areFinite && isFinitePlace(view.point(i, 0, 0));
+      for (int j = 0; j < shape.numY; ++j) areFinite = areFinite && isFinitePlace(view.point(0, j, 0));
+      for (int k = 0; k < shape.numZ; ++k) areFinite = areFinite && isFinitePlace(view.point(0, 0, k));
       return areFinite;
     }
   }
   auto point = view.walker();
   for (int node = 0; node < view.numNodes(); ++node)
-    if (!isFinite(point(node))) return false;
+    if (!isFinitePlace(point(node))) return false;
   return true;
 }
 
@@ -235,7 +235,7 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
   }
   input.blocks = surface.blocks.get();
   input.plane = surface.plane;
-  if (!traits.areFinite) input.isNodeFinite = [&view](int node) { return isFinite(view.point(node)); };
+  if (!traits.areFinite) input.isNodeFinite = [&view](int node) { return isFinitePlace(view.point(node)); };
   const auto isMirrored = [&view, isOutward = traits.isOutward](std::span<const int> nodes) {
     const double volume = signedCornerVolume(view, nodes);
     return isOutward ? volume < 0 : volume > 0;
@@ -311,7 +311,7 @@ void PoMesh3D::makeLevelSurfOfCells(const float* values) {
   adjustIsoval(mesh.getNumNodes(), values, surface.iso);
   const auto isUsable = [values](const PbCell& cell) {
     for (int n = 0; n < cell.getNumNodes(); ++n)
-      if (std::isnan(values[cell.getNodeIndex(n)]) || !isFinite(cell.getNodeCoord(n))) return false;
+      if (std::isnan(values[cell.getNodeIndex(n)]) || !isFinitePlace(cell.getNodeCoord(n))) return false;
     return true;
   };
 
