@@ -2,6 +2,7 @@
 
 #include <Inventor/nodes/SoMaterialBinding.h>
 #include <Inventor/nodes/SoSeparator.h>
+#include <Inventor/nodes/SoTextureCoordinate2.h>
 #include <Ormelle/PbIsovaluesList.h>
 #include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PoCellFilter.h>
@@ -162,6 +163,36 @@ TEST_F(LevelSurfKitTest, BandsCoverTheSurface) {
     }
     kit->setMesh(static_cast<PbMesh3D*>(nullptr));
   }
+}
+
+TEST_F(LevelSurfKitTest, GivesEachPointItsPlaceOnTheTexture) {
+  const auto mapping = greyMapping();
+  PbIsovaluesList isovalues(0, 70, 8);
+  const auto mesh = volumeKinds()[7].make(6, 6, 6);
+  const std::vector<float> radii = valuesAt(*mesh, [](const SbVec3f& p) { return (p - SbVec3f(3, 3, 3)).length(); });
+  const std::vector<float> heights = valuesAt(*mesh, [](const SbVec3f& p) { return 10 * p[2] + 5; });
+  mesh->addValuesSet(1, heights.data(), PbMesh::PER_NODE, "heights");
+  kit->setDataMapping(mapping.get());
+  kit->setIsovaluesList(&isovalues);
+  kit->valuesIndex = 1;
+  kit->coloringType = PoMesh::COLOR_TEXTURE_CONTOURING;
+  show(*mesh, radii, 2.4F);
+  const MadeSurface made = surface();
+  ASSERT_NE(kit->getPart("appearance.texture2", FALSE), nullptr);
+  const auto* coordinates = child<SoTextureCoordinate2>();
+  ASSERT_NE(coordinates, nullptr);
+  ASSERT_EQ(coordinates->point.getNum(), static_cast<int>(made.points.size()));
+  // Along the height, at the same rate everywhere.
+  const auto coordinateOf = [&](std::size_t point) { return coordinates->point[static_cast<int>(point)][0]; };
+  const float rate = (coordinateOf(0) - coordinateOf(9)) / (made.points[0][2] - made.points[9][2]);
+  EXPECT_GT(rate, 0);
+  for (std::size_t p = 1; p < made.points.size(); ++p)
+    EXPECT_NEAR(coordinateOf(p) - coordinateOf(0), rate * (made.points[p][2] - made.points[0][2]), 1e-4);
+  kit->coloringType = PoMesh::COLOR_INHERITED;
+  kit->rebuild();
+  EXPECT_EQ(child<SoTextureCoordinate2>(), nullptr);
+  EXPECT_EQ(kit->getPart("appearance.texture2", FALSE), nullptr);
+  kit->setMesh(static_cast<PbMesh3D*>(nullptr));
 }
 
 TEST_F(LevelSurfKitTest, TakesTransparentPartsAwayAndBringsThemBack) {
