@@ -17,8 +17,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
@@ -84,11 +82,9 @@ class RandomLegend {
   RandomLegend& operator=(const RandomLegend&) = delete;
 
   SoSeparator* scene() const { return m_scene; }
-  const PoAutoValueLegend* legend() const { return m_legend; }
   /// As the scene is drawn.
   SbVec2f min() const { return {m_min[0], m_min[1] * m_stretch}; }
   SbVec2f max() const { return {m_max[0], m_max[1] * m_stretch}; }
-  const PbDataMapping& mapping() const { return *m_mapping; }
 
  private:
   void chooseMapping(QualityRandom& random) {
@@ -192,14 +188,6 @@ bool runLegends(const QualityOptions& options, nlohmann::json& summary) {
     const int numOverlaps = countOverlaps(all, 1e-4F * size);
     overlaps += numOverlaps;
     if (numOverlaps > 0) note("overlapping", overlapping, i);
-    if (std::getenv("ORMELLE_QUALITY_VERBOSE") && std::atoi(std::getenv("ORMELLE_QUALITY_VERBOSE")) == i)
-      for (const SceneText& text : all)
-        std::fprintf(stderr, "%s (%g %g) (%g %g), frame (%g %g) (%g %g) pos %d cols %d %s title %d %d\n",
-                     text.text.c_str(), text.corners[0][0], text.corners[0][1], text.corners[2][0], text.corners[2][1],
-                     random.min()[0], random.min()[1], random.max()[0], random.max()[1],
-                     random.legend()->valuePosition.getValue(), random.legend()->numColumns.getValue(),
-                     random.legend()->getTypeId().getName().getString(), random.legend()->titlePosition.getValue(),
-                     random.legend()->titlePath.getValue());
     const bool isInside = std::all_of(all.begin(), all.end(), [&](const SceneText& text) {
       return text.isInside(random.min(), random.max(), 1e-3F * size);
     });
