@@ -76,7 +76,9 @@ layer src/quillane/cell 'quillane/(mesh|view|search|contour|surface|stream|emit|
 layer src/quillane/marching 'quillane/(mesh|view|search|contour|surface|stream|emit|rep|vector)/|nodes/|Ormelle/Po'
 layer src/quillane/mesh 'quillane/(contour|surface|stream|emit|rep|vector)/|nodes/'
 layer src/quillane/contour 'quillane/(emit|rep|vector)/|nodes/|Ormelle/Po'
-layer src/quillane/surface 'quillane/(emit|rep|vector)/|nodes/|Ormelle/Po'
+# What an application's filter says of a cell is asked wherever cells are walked.
+layer src/quillane/surface 'quillane/(emit|rep|vector)/|nodes/|Ormelle/Po([^C]|C[^e])'
+layer src/quillane/vector 'quillane/(emit|rep)/|nodes/'
 layer src/quillane/emit 'quillane/rep/|nodes/field/'
 
 count() { files "$@" | tr '\n' '\0' | xargs -0 -r cat | grep -c '[^[:space:]]'; }

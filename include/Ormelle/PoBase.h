@@ -47,8 +47,9 @@ class SoState;
 ///
 /// A subclass overrides rebuild(), which calls preRebuild() first and postRebuild() last and hands what it made to the
 /// kit with `setPart`; addElementsAllCaches(), which reads every traversal element that the geometry depends on; and,
-/// if it holds data objects, basicObjectChange(). It watches its fields with a FieldSensorList that setUpConnections()
-/// attaches and detaches, and names the fields that a written kit leaves out in setDefaultOnNonWritingFields().
+/// if it holds data objects, basicObjectChange(). Its constructor names the fields whose change calls for a rebuild
+/// (watchField()) and the parts that a rebuild makes (ownPart()); that of a class that can be made ends with
+/// beginWatching().
 ///
 /// Kits live on the heap; each keeps the library initialised for as long as it lives.
 class ORMELLE_API PoBase : public SoBaseKit {
@@ -93,8 +94,8 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// While on, text and boxes are built of what conversion to VRML 2 can carry, whatever the text type.
   static void setVRML2Mode(int on) { m_isVRML2Mode = on; }
   static int isVRML2Mode() { return m_isVRML2Mode; }
-  /// How many threads a rebuild may use; 0 and below, the default: as many as the machine has cores. What is built doesn't
-  /// depend on it.
+  /// How many threads a rebuild may use; 0 and below, the default: as many as the machine has cores. What is built
+  /// doesn't depend on it.
   static void setNumThreads(int num);
   /// The number in force, at least 1.
   static int getNumThreads();
@@ -177,6 +178,14 @@ class ORMELLE_API PoBase : public SoBaseKit {
   static SbThreadMutex& rebuildMutex() { return classMutex; }
 
   // --- watched fields ---
+  /// A field that the geometry depends on. It is left out of a file of geometry.
+  void watchField(SoField& field) { m_watchedFields.append(&field); }
+  /// A part that a rebuild makes. It is left out of a file of fields.
+  void ownPart(SoSFNode& part) { m_ownParts.append(&part); }
+  /// Starts to watch the fields.
+  void beginWatching() { setUpConnections(TRUE, TRUE); }
+  /// All that are watched, in their order.
+  const SoFieldList& watchedFields() const { return m_watchedFields; }
   /// Makes `count` immediate sensors that report to this kit.
   void createFieldSensorList(int count, FieldSensorList* list);
   static void deleteFieldSensorList(FieldSensorList* list);
@@ -229,6 +238,8 @@ class ORMELLE_API PoBase : public SoBaseKit {
   void leaveOutOfFile(SoField& field);
   /// Says that the kit itself fills this part of `appearance`, so that it isn't written with the fields.
   void addGeneratedAppearance(const SbName& part);
+  /// The same for the kit of appearance in another part: of a file of fields, it holds what the application styled.
+  void leaveStyleOutOfFile(SoSFNode& style, const std::vector<SbName>& generated);
 
   SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
   void setDefaultOnNonWritingFields() override;
@@ -249,12 +260,14 @@ class ORMELLE_API PoBase : public SoBaseKit {
   void rebuildNow();
   void rebuildOrMark();
   void connectCallbackParts();
-  void leaveAppearanceOutOfFile();
 
   static NodeWriteFormat m_nodeWriteFormat;
   static TextType m_textType;
   static int m_isVRML2Mode;
 
+  SoFieldList m_watchedFields;
+  SoFieldList m_ownParts;
+  FieldSensorList m_watchSensors;
   SoFieldList m_listFieldsChanged;
   int m_storeFieldsChanged = 0;
   int m_isStateValid = 0;

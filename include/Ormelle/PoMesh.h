@@ -125,16 +125,7 @@ class ORMELLE_API PoMesh : public PoQuillane {
   /// Adds the hints that light surfaces, `CLOCKWISE` and with the crease angle, to the group of this rebuild.
   virtual void insertDefaultShapeHints();
 
-  SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
-  void setDefaultOnNonWritingFields() override;
   void copyContents(const SoFieldContainer* from, SbBool copyConnections) override;
-
-  /// Makes a change of `field` rebuild the kit and keeps it out of geometry files. Called by constructors.
-  void watchField(SoField& field);
-  /// Keeps a generated part out of files of fields. Called by constructors.
-  void ownPart(SoSFNode& part);
-  /// Closes the constructor of a kit that applications make: from here on the watched fields are seen.
-  void beginWatching();
 
   /// @name Steps of a rebuild
   /// @{
@@ -184,9 +175,6 @@ class ORMELLE_API PoMesh : public PoQuillane {
   void forgetCurrentObjects();
   void setTextureQuality();
 
-  FieldSensorList m_sensors;
-  SoFieldList m_watchedFields;
-  SoFieldList m_ownParts;
   std::unique_ptr<PiMeshInputs> m_inputs;
   std::unique_ptr<PiMeshNodes> m_nodes;
   std::unique_ptr<PiMeshBuffers> m_buffers;

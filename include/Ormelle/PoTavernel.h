@@ -21,9 +21,6 @@
   this->ownTriple(name##Sep, name##App, name)
 
 /// Root of axes, legends, charts and plain shapes. It adds no field and no part to PoBase.
-///
-/// A subclass names in its constructor the fields whose change calls for a rebuild, and the parts that a rebuild makes;
-/// the constructor of a class that can be made ends with beginWatching().
 class ORMELLE_API PoTavernel : public PoBase {
   PO_KIT_ABSTRACT_HEADER(PoTavernel, PoBase);
 
@@ -37,28 +34,16 @@ class ORMELLE_API PoTavernel : public PoBase {
   explicit PoTavernel(void (*catchAction)(void* kit, SoAction* action) = nullptr);
   ~PoTavernel() override;
 
-  /// A field that the geometry depends on. It is left out of a file of geometry.
-  void watchField(SoField& field);
-  /// A part that a rebuild makes. It is left out of a file of fields.
-  void ownPart(SoSFNode& part);
   /// The parts of a triple. A file of fields holds of them what the application styled: the appearance without the
   /// font, which a rebuild sets.
   void ownTriple(SoSFNode& separator, SoSFNode& appearance, SoSFNode& group);
   /// Copies the watched fields of a kit of the same class.
   void copyWatchedFields(const PoTavernel& other);
-  /// Starts to watch the fields.
-  void beginWatching() { setUpConnections(TRUE, TRUE); }
 
-  SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
   void setDefaultOnNonWritingFields() override;
 
  private:
-  void leaveStyleOutOfFile(SoSFNode& appearance);
-
-  SoFieldList m_watchedFields;
-  SoFieldList m_ownParts;
   std::vector<SoSFNode*> m_styles;
-  FieldSensorList m_sensors;
 };
 
 #endif

@@ -72,6 +72,7 @@ PoBase::PoBase(void (*catchActionFunction)(void*, SoAction*)) : m_customCatchAct
 }
 
 PoBase::~PoBase() {
+  deleteFieldSensorList(&m_watchSensors);
   setPart("catchActionCallback", nullptr);
   setPart("catchActionLevel2Callback", nullptr);
   m_domain->removeConnection(this);
@@ -94,6 +95,13 @@ SbBool PoBase::setUpConnections(SbBool onOff, SbBool doItAlways) {
   if (onOff) {
     m_isAnyFieldsHasChanged = 1;
     rebuildOrMark();
+    if (m_watchSensors.count != m_watchedFields.getLength()) {
+      deleteFieldSensorList(&m_watchSensors);
+      createFieldSensorList(m_watchedFields.getLength(), &m_watchSensors);
+    }
+    attachFieldSensorList(m_watchSensors, m_watchedFields);
+  } else {
+    detachFieldSensorList(m_watchSensors);
   }
   connectionsSetUp = onOff;
   return !onOff;

@@ -38,12 +38,13 @@ void PoBase::setDefaultOnNonWritingFields() {
   leaveOutOfFile(catchActionCallback);
   if (m_nodeWriteFormat == WRITE_FIELDS) {
     leaveOutOfFile(alternateRep);
-    leaveAppearanceOutOfFile();
+    leaveStyleOutOfFile(appearance, m_generatedAppearance);
   } else {
     // The toolkit leaves out a separator whose own fields are untouched. It has to be there: it tells a reader that the
     // generated parts are in the file.
     m_savedFlags->setDefault(alternateRep, FALSE);
   }
+  setListFieldsDefault(m_nodeWriteFormat == WRITE_FIELDS ? m_ownParts : m_watchedFields);
 }
 
 void PoBase::leaveOutOfFile(SoField& field) {
@@ -64,8 +65,8 @@ void PoBase::setListFieldsDefault(const SoFieldList& fields) {
 
 void PoBase::addGeneratedAppearance(const SbName& part) { m_generatedAppearance.push_back(part); }
 
-void PoBase::leaveAppearanceOutOfFile() {
-  SoNode* kit = appearance.getValue();
+void PoBase::leaveStyleOutOfFile(SoSFNode& style, const std::vector<SbName>& generated) {
+  SoNode* kit = style.getValue();
   if (!kit) return;
   SoFieldList inner;
   kit->getFields(inner);
@@ -73,14 +74,12 @@ void PoBase::leaveAppearanceOutOfFile() {
   for (int i = 0; i < inner.getLength(); ++i) {
     SbName name;
     kit->getFieldName(inner[i], name);
-    const bool isGenerated =
-        std::find(m_generatedAppearance.begin(), m_generatedAppearance.end(), name) != m_generatedAppearance.end();
-    if (isGenerated)
+    if (std::find(generated.begin(), generated.end(), name) != generated.end())
       leaveOutOfFile(*inner[i]);
     else if (!inner[i]->isDefault())
       isStyledByUser = true;
   }
-  if (!isStyledByUser) leaveOutOfFile(appearance);
+  if (!isStyledByUser) leaveOutOfFile(style);
 }
 
 SbBool PoBase::readInstance(SoInput* in, unsigned short flags) {

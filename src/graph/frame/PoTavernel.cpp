@@ -68,22 +68,18 @@ PoTavernel::PoTavernel(void (*catchActionFunction)(void*, SoAction*)) : PoBase(c
   PO_KIT_CONSTRUCTED(PoTavernel);
 }
 
-PoTavernel::~PoTavernel() { deleteFieldSensorList(&m_sensors); }
+PoTavernel::~PoTavernel() = default;
 
 void PoTavernel::initClasses() { piInitClasses(kClasses); }
 
 void PoTavernel::exitClasses() { piExitClasses(kClasses); }
 
-void PoTavernel::watchField(SoField& field) { m_watchedFields.append(&field); }
-
 void PoTavernel::copyWatchedFields(const PoTavernel& other) {
-  for (int i = 0; i < m_watchedFields.getLength() && i < other.m_watchedFields.getLength(); ++i) {
-    m_watchedFields[i]->copyFrom(*other.m_watchedFields[i]);
-    m_watchedFields[i]->setDefault(other.m_watchedFields[i]->isDefault());
+  for (int i = 0; i < watchedFields().getLength() && i < other.watchedFields().getLength(); ++i) {
+    watchedFields()[i]->copyFrom(*other.watchedFields()[i]);
+    watchedFields()[i]->setDefault(other.watchedFields()[i]->isDefault());
   }
 }
-
-void PoTavernel::ownPart(SoSFNode& part) { m_ownParts.append(&part); }
 
 void PoTavernel::ownTriple(SoSFNode& separator, SoSFNode& appearanceOfTriple, SoSFNode& group) {
   ownPart(separator);
@@ -91,46 +87,8 @@ void PoTavernel::ownTriple(SoSFNode& separator, SoSFNode& appearanceOfTriple, So
   ownPart(group);
 }
 
-SbBool PoTavernel::setUpConnections(SbBool onOff, SbBool doItAlways) {
-  if (!doItAlways && onOff == connectionsSetUp) return onOff;
-  if (onOff) {
-    inherited::setUpConnections(onOff, doItAlways);
-    if (m_sensors.count != m_watchedFields.getLength()) {
-      deleteFieldSensorList(&m_sensors);
-      createFieldSensorList(m_watchedFields.getLength(), &m_sensors);
-    }
-    attachFieldSensorList(m_sensors, m_watchedFields);
-  } else {
-    detachFieldSensorList(m_sensors);
-    inherited::setUpConnections(onOff, doItAlways);
-  }
-  connectionsSetUp = onOff;
-  return !onOff;
-}
-
 void PoTavernel::setDefaultOnNonWritingFields() {
   inherited::setDefaultOnNonWritingFields();
-  if (getNodeWriteFormat() == WRITE_GEOMETRY) {
-    setListFieldsDefault(m_watchedFields);
-  } else {
-    setListFieldsDefault(m_ownParts);
-    for (SoSFNode* style : m_styles) leaveStyleOutOfFile(*style);
-  }
-}
-
-void PoTavernel::leaveStyleOutOfFile(SoSFNode& style) {
-  SoNode* kit = style.getValue();
-  if (!kit) return;
-  SoFieldList inner;
-  kit->getFields(inner);
-  bool isStyledByUser = false;
-  for (int i = 0; i < inner.getLength(); ++i) {
-    SbName name;
-    kit->getFieldName(inner[i], name);
-    if (name == "font")
-      leaveOutOfFile(*inner[i]);
-    else if (!inner[i]->isDefault())
-      isStyledByUser = true;
-  }
-  if (!isStyledByUser) leaveOutOfFile(style);
+  if (getNodeWriteFormat() == WRITE_GEOMETRY) return;
+  for (SoSFNode* style : m_styles) leaveStyleOutOfFile(*style, {"font"});
 }

@@ -74,39 +74,11 @@ PoMesh::PoMesh()
   setDomainUsedForRebuild(0);
 }
 
-PoMesh::~PoMesh() { deleteFieldSensorList(&m_sensors); }
+PoMesh::~PoMesh() = default;
 
 void PoMesh::copyContents(const SoFieldContainer* from, SbBool copyConnections) {
   inherited::copyContents(from, copyConnections);
   m_inputs->copyGiven(*static_cast<const PoMesh*>(from)->m_inputs);
-}
-
-void PoMesh::watchField(SoField& field) { m_watchedFields.append(&field); }
-
-void PoMesh::ownPart(SoSFNode& part) { m_ownParts.append(&part); }
-
-void PoMesh::beginWatching() { setUpConnections(TRUE, TRUE); }
-
-SbBool PoMesh::setUpConnections(SbBool onOff, SbBool doItAlways) {
-  if (!doItAlways && onOff == connectionsSetUp) return onOff;
-  if (onOff) {
-    inherited::setUpConnections(onOff, doItAlways);
-    if (m_sensors.count != m_watchedFields.getLength()) {
-      deleteFieldSensorList(&m_sensors);
-      createFieldSensorList(m_watchedFields.getLength(), &m_sensors);
-    }
-    attachFieldSensorList(m_sensors, m_watchedFields);
-  } else {
-    detachFieldSensorList(m_sensors);
-    inherited::setUpConnections(onOff, doItAlways);
-  }
-  connectionsSetUp = onOff;
-  return !onOff;
-}
-
-void PoMesh::setDefaultOnNonWritingFields() {
-  inherited::setDefaultOnNonWritingFields();
-  setListFieldsDefault(getNodeWriteFormat() == WRITE_FIELDS ? m_ownParts : m_watchedFields);
 }
 
 std::size_t PoMesh::getMemorySize() const { return m_buffers->memorySize(); }

@@ -8,8 +8,6 @@
 #include <Inventor/SbViewportRegion.h>
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoRayPickAction.h>
-#include <Inventor/actions/SoSearchAction.h>
-#include <Inventor/nodes/SoText3.h>
 #include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PoMultipleHistogram.h>
 #include <Ormelle/PoOrmelle.h>
@@ -17,6 +15,7 @@
 
 #include "graph/chart/PiHistogramBars.h"
 #include "support/NodePtr.h"
+#include "support/PartTexts.h"
 #include "support/SceneText.h"
 #include "support/Soup.h"
 
@@ -100,21 +99,6 @@ class Histogram : public ::testing::Test {
   static void setValues(SoMFFloat& field, const float (&values)[N]) {
     field.setValues(0, N, values);
     field.setNum(N);
-  }
-
-  static std::vector<std::string> textsIn(PoHistogram& kit, const char* part) {
-    std::vector<std::string> texts;
-    SoNode* group = kit.getPart(part, FALSE);
-    if (!group) return texts;
-    SoSearchAction search;
-    search.setType(SoText3::getClassTypeId());
-    search.setInterest(SoSearchAction::ALL);
-    search.apply(group);
-    for (int i = 0; i < search.getPaths().getLength(); ++i) {
-      auto* text = static_cast<SoText3*>(static_cast<SoFullPath*>(search.getPaths()[i])->getTail());
-      texts.emplace_back(text->string[0].getString());
-    }
-    return texts;
   }
 };
 

@@ -5,10 +5,8 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/actions/SoRayPickAction.h>
-#include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoMaterial.h>
-#include <Inventor/nodes/SoText3.h>
 #include <Ormelle/PbMiscTextAttr.h>
 #include <Ormelle/PbNumericDisplayFormat.h>
 #include <Ormelle/PbRegularMesh1D.h>
@@ -20,6 +18,7 @@
 #include <gtest/gtest.h>
 
 #include "support/NodePtr.h"
+#include "support/PartTexts.h"
 #include "support/SceneText.h"
 #include "support/Soup.h"
 
@@ -33,21 +32,6 @@ class PieChart : public ::testing::Test {
   static void setValues(PoPieChart& pie, std::initializer_list<float> values) {
     pie.sliceValue.setValues(0, static_cast<int>(values.size()), values.begin());
     pie.sliceValue.setNum(static_cast<int>(values.size()));
-  }
-
-  static std::vector<std::string> textsIn(PoPieChart& pie, const char* part) {
-    std::vector<std::string> texts;
-    SoNode* group = pie.getPart(part, FALSE);
-    if (!group) return texts;
-    SoSearchAction search;
-    search.setType(SoText3::getClassTypeId());
-    search.setInterest(SoSearchAction::ALL);
-    search.apply(group);
-    for (int i = 0; i < search.getPaths().getLength(); ++i) {
-      auto* text = static_cast<SoText3*>(static_cast<SoFullPath*>(search.getPaths()[i])->getTail());
-      texts.emplace_back(text->string[0].getString());
-    }
-    return texts;
   }
 
   static int pickedAt(PoPieChart& pie, float x, float y) {
@@ -179,11 +163,7 @@ TEST_F(PieChart, AMeshIsDrawnAsARing) {
   pie->height = 1;
   soup = Soup::of(root.get());
   EXPECT_TRUE(soup.isFinite());
-  SoSearchAction search;
-  search.setType(SoText3::getClassTypeId());
-  search.setInterest(SoSearchAction::ALL);
-  search.apply(pie->getPart("annotation", FALSE));
-  EXPECT_EQ(search.getPaths().getLength(), 6);
+  EXPECT_EQ(textsIn(*pie, "annotation").size(), 6u);
   EXPECT_NE(pie->getPart("annotationLine", FALSE), nullptr);
 
   pie->yValuesIndex = 7;
