@@ -4,6 +4,7 @@
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
+#include <Inventor/nodes/SoMatrixTransform.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Ormelle/PoDateFormatMapping.h>
 #include <Ormelle/PoDomain.h>
@@ -331,7 +332,9 @@ std::vector<float> tickCoords(const PoTimeAxis* axis) {
   search.apply(ticks);
   if (!search.getPath()) return coords;
   const auto& points = static_cast<SoCoordinate3*>(search.getPath()->getTail())->point;
-  for (int i = 0; i < points.getNum(); i += 2) coords.push_back(points[i][0]);
+  const auto* transform = static_cast<SoMatrixTransform*>(const_cast<PoTimeAxis*>(axis)->getPart("transform", FALSE));
+  const float origin = transform->matrix.getValue()[3][axis->type.getValue() == PoTimeAxis::X ? 0 : 1];
+  for (int i = 0; i < points.getNum(); i += 2) coords.push_back(origin + points[i][0]);
   return coords;
 }
 

@@ -1,5 +1,7 @@
 #include "graph/axis/PiAxisTransform.h"
 
+#include <cmath>
+
 namespace {
 
 /// What the x and the y axis of an axis become. The third axis makes a right-handed system of them, so that texts
@@ -45,4 +47,12 @@ PiAxisTransform PiAxisTransform::make(PoCartesianAxis::Type type, const SbVec3f&
                               z[0], z[1], z[2], 0,  //
                               origin[0], origin[1], origin[2], 1);
   return transform;
+}
+
+float PiAxisTransform::moveOrigin(PoCartesianAxis::Type type, float start, float end, SbMatrix& matrix) {
+  // From so many times its own length, 14 binary digits of a float are left for an axis.
+  constexpr float far = 1024;
+  const float origin = std::abs(start) > far * std::abs(end - start) ? start : 0;
+  matrix[3][direction(type)] += origin;
+  return origin;
 }

@@ -13,14 +13,6 @@
 
 PO_KIT_ABSTRACT_SOURCE(PoCartesianAxis)
 
-namespace {
-
-/// How many times its own length an axis is from 0 before its nodes count from its start: then 14 binary digits of a
-/// float are left for it.
-constexpr float kFar = 1024;
-
-}  // namespace
-
 PoCartesianAxis::PoCartesianAxis() {
   PO_KIT_CONSTRUCTOR(PoCartesianAxis);
   PO_KIT_DEFINE_ENUM_VALUE(Type, XY);
@@ -61,11 +53,8 @@ int PoCartesianAxis::beginAxis(float& axisStart, float& axisEnd) {
   auto* placed = new SoMatrixTransform;
   setPart("transform", placed);
   computeTransfo(place, placed, state().along, state().across);
-  // Far from 0 the numbers of a graphics card leave little of an axis: the way there is the transform's alone.
-  const bool isFar = std::abs(axisStart) > kFar * std::abs(axisEnd - axisStart);
-  state().origin = isFar ? axisStart : 0;
   SbMatrix matrix = placed->matrix.getValue();
-  matrix[3][PiAxisTransform::direction(getType())] += state().origin;
+  state().origin = PiAxisTransform::moveOrigin(getType(), axisStart, axisEnd, matrix);
   placed->matrix = matrix;
   return axisStart != axisEnd && std::isfinite(axisEnd - axisStart);
 }

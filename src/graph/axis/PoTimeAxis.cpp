@@ -172,7 +172,10 @@ void PoTimeAxis::computeTransfo(SoMatrixTransform* out) {
   const bool isX = getType() == X;
   const float across = std::isfinite(coord.getValue()) ? coord.getValue() : 0;
   const SbVec3f start = isX ? SbVec3f(0, across, 0) : SbVec3f(across, 0, 0);
-  const PiAxisTransform placed = PiAxisTransform::make(isX ? PoCartesianAxis::XY : PoCartesianAxis::YX, start, deltas);
+  const PoCartesianAxis::Type direction = isX ? PoCartesianAxis::XY : PoCartesianAxis::YX;
+  PiAxisTransform placed = PiAxisTransform::make(direction, start, deltas);
+  const PiDateRange& axis = m_timeState->axis;
+  state().origin = PiAxisTransform::moveOrigin(direction, axis.startCoord, axis.endCoord, placed.matrix);
   out->matrix = placed.matrix;
   state().along = placed.along;
   state().across = isX ? placed.across : deltas[2];

@@ -296,6 +296,23 @@ TEST_F(TimeAxis, LongSpansStandWhereTheirDatesAre) {
   EXPECT_EQ(texts(), "834, 1668, 2502, 3336, 4170, 5004, 5838, 6672, 7506, 8340, 9174");
 }
 
+// Seconds since 1970: nodes count from the start, answers don't.
+TEST_F(TimeAxis, FarFromZeroNodesCountFromTheStart) {
+  for (const auto type : {PoTimeAxis::X, PoTimeAxis::Y}) {
+    setDates("1-01-2026 00:00:00", "4-01-2026 00:00:00", 1767225600, 1767225600 + 3 * 86400);
+    axis->type = type;
+    axis->gradVisibility = PoAxis::VISIBILITY_OFF;
+    traverse();
+    const auto* transform = static_cast<SoMatrixTransform*>(axis->getPart("transform", FALSE));
+    EXPECT_EQ(transform->matrix.getValue()[3][type == PoTimeAxis::X ? 0 : 1], 1767225600.0F);
+    const float* coords = nullptr;
+    const int num = axis->getMainGradCoords(coords);
+    ASSERT_GT(num, 1);
+    EXPECT_EQ(coords[0], 1767225600.0F);
+    EXPECT_NEAR(box.getMin()[type == PoTimeAxis::X ? 0 : 1], 1767225600.0F, 256);
+  }
+}
+
 TEST_F(TimeAxis, TextAndBinaryFilesComeBack) {
   const SbString reps[] = {"8 HOU H 'it''s'", "1 DAY D"};
   axis->gradRep.setValues(0, 2, reps);
