@@ -1,6 +1,7 @@
 // What it takes to rebuild the surface kits on an n x n grid, and to find that nothing has changed.
 
 #include <Inventor/actions/SoCallbackAction.h>
+#include <Ormelle/PbIsovaluesList.h>
 #include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PbRegularCartesianGrid2D.h>
 #include <Ormelle/PoMeshFilled.h>
@@ -31,6 +32,7 @@ struct Scene {
     kit->ref();
     kit->setMesh(&grid);
     kit->setDataMapping(&mapping);
+    if (coloring == PoMesh::COLOR_TEXTURE_CONTOURING) kit->setIsovaluesList(&isovalues);
     kit->valuesIndex = 0;
     kit->coloringType = coloring;
     if (shape == RAISED) kit->zValuesIndex = 0;
@@ -40,6 +42,7 @@ struct Scene {
 
   PbRegularCartesianGrid2D grid;
   PbLinearDataMapping mapping;
+  PbIsovaluesList isovalues{-8, 10, 19};
   std::vector<float> values;
   Kit* kit;
 };
@@ -60,7 +63,8 @@ void rebuild(benchmark::State& state) {
 void BM_FilledRebuild(benchmark::State& state) { rebuild<PoMeshFilled>(state); }
 BENCHMARK(BM_FilledRebuild)
     ->ArgNames({"coloring", "shape", "n"})
-    ->ArgsProduct({{PoMesh::COLOR_INHERITED, PoMesh::COLOR_AVERAGE, PoMesh::COLOR_MAPPING},
+    ->ArgsProduct({{PoMesh::COLOR_INHERITED, PoMesh::COLOR_AVERAGE, PoMesh::COLOR_MAPPING,
+                    PoMesh::COLOR_TEXTURE_CONTOURING},
                    {FLAT, RAISED, WITH_A_HOLE},
                    {kSmall, kLarge}})
     ->MinTime(2)
