@@ -45,7 +45,7 @@ int PoMesh3D::makeCrossContour(float a, float b, float c, float d, const float* 
 int PoMesh3D::getCrossContour(const PbMesh3D& mesh, const float* values, float a, float b, float c, float d,
                               SoIndexedLineSet& lines, SoCoordinate3& coordinates) {
   PiCrossContour& contour = crossContour();
-  contour.cut(mesh, {{a, b, c, d}, values, getCellFilter()}, valuesIndexForCellFilter.getValue());
+  contour.cut(mesh, {a, b, c, d}, values, getCellFilter(), valuesIndexForCellFilter.getValue());
   const PiSection& section = contour.section;
 
   coordinates.point.setNum(static_cast<int>(section.points.size()));

@@ -10,6 +10,7 @@
 #include <Ormelle/PoCellFilterElement.h>
 
 #include "quillane/mesh/PiNodeValues.h"
+#include "quillane/rep/PiSectionValues.h"
 #include "quillane/surface/PiMeshSection.h"
 
 PO_KIT_SOURCE(PoMesh3DVecCrossSection)
@@ -81,11 +82,8 @@ void cutMesh(PiMeshSection& section, const PbMesh3D& mesh, const PiSectionReques
 
 void PoMesh3DVecCrossSection::sample(const PbMesh3D& mesh, const SbVec3f* vectors, const float* values) {
   const auto num = static_cast<std::size_t>(mesh.getNumNodes());
-  PiSectionRequest request;
-  request.plane = PiSectionPlane(plane.getValue());
-  request.filter = getCellFilter();
-  if (mesh.getValuesBinding(valuesIndexForCellFilter.getValue()) == PbMesh::PER_CELL)
-    request.filterValues = mesh.getValuesSet(valuesIndexForCellFilter.getValue());
+  PiSectionRequest request = sectionRequest(PiSectionPlane(plane.getValue()), nullptr, mesh, getCellFilter(),
+                                            valuesIndexForCellFilter.getValue());
 
   // A section carries one number a point: it is made once for each component. A vector that isn't finite keeps its
   // cells out of all of them, so that their points are the same.

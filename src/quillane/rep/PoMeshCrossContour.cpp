@@ -60,7 +60,7 @@ void PoMeshCrossContour::cutOutside(const PbMesh3D& mesh) {
   const bool isMapped = m_currentColoring != COLOR_INHERITED && values.areThere();
   m_currentColoring = isMapped ? COLOR_MAPPING : COLOR_INHERITED;
   if (!isMapped) values = PiSectionValues(mesh, -1);
-  crossContour().cut(mesh, {PiSectionPlane(plane.getValue()), values.ofNodes, getCellFilter()},
+  crossContour().cut(mesh, PiSectionPlane(plane.getValue()), values.ofNodes, getCellFilter(),
                      valuesIndexForCellFilter.getValue());
   PiSectionBuilder({m_currentColoring, values.ofCells, m_currentDataMapping}, nodes(), *m_nodes)
       .buildLines(crossContour().section);

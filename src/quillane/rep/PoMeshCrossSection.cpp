@@ -154,18 +154,6 @@ void PoMeshCrossSection::showIntersection(const PbMesh3D& mesh) {
   clearZelNodes();
 }
 
-namespace {
-
-PiSectionRequest requestOf(const PiSectionPlane& plane, const float* values, const PbMesh3D& mesh,
-                           const PoCellFilter* filter, int filterIndex) {
-  PiSectionRequest request{plane, values, filter};
-  if (filter && filterIndex >= 0 && mesh.getNumValues(filterIndex) >= mesh.getNumCells())
-    request.filterValues = mesh.getValuesSet(filterIndex);
-  return request;
-}
-
-}  // namespace
-
 template <class Mesh>
 void PoMeshCrossSection::intersect(const Mesh& mesh) {
   if (!nodes().group) return;
@@ -191,8 +179,8 @@ void PoMeshCrossSection::intersect(const Mesh& mesh) {
     }
   }
   ++state.numIntersections;
-  state.intersection.cut(mesh,
-                         requestOf(cut, values.ofNodes, mesh, getCellFilter(), valuesIndexForCellFilter.getValue()));
+  state.intersection.cut(
+      mesh, sectionRequest(cut, values.ofNodes, mesh, getCellFilter(), valuesIndexForCellFilter.getValue()));
   builder.build(state.intersection.section);
 }
 

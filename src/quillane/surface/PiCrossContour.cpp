@@ -16,19 +16,20 @@ bool isFinitePlace(const SbVec3f& point) {
 
 }  // namespace
 
-void PiCrossContour::cut(const PbMesh3D& mesh, const PiSectionRequest& request, int filterValuesIndex) {
+void PiCrossContour::cut(const PbMesh3D& mesh, const PiSectionPlane& plane, const float* values,
+                         const PoCellFilter* filter, int filterValuesIndex) {
   section.clear();
   m_mesh = &mesh;
-  m_plane = request.plane;
-  m_values = request.values;
+  m_plane = plane;
+  m_values = values;
   m_points.clear();
   m_edges.clear();
   m_edgesInPlane.clear();
   const auto* grid = dynamic_cast<const PbGrid3D*>(&mesh);
-  if (grid && !request.filter)
+  if (grid && !filter)
     cutSides(*grid);
   else
-    cutSkin(mesh, request, filterValuesIndex);
+    cutSkin(mesh, filter, filterValuesIndex);
   finish();
 }
 
@@ -37,9 +38,9 @@ std::size_t PiCrossContour::memorySize() const {
          m_edgesInPlane.capacity() * sizeof(EdgeInPlane) + m_distances.capacity() * sizeof(float);
 }
 
-void PiCrossContour::cutSkin(const PbMesh3D& mesh, const PiSectionRequest& request, int filterValuesIndex) {
+void PiCrossContour::cutSkin(const PbMesh3D& mesh, const PoCellFilter* filter, int filterValuesIndex) {
   unsigned int id;
-  const PiMeshSkin& skin = *mesh.getSkinTopology(request.filter, filterValuesIndex, id);
+  const PiMeshSkin& skin = *mesh.getSkinTopology(filter, filterValuesIndex, id);
   for (int facet = 0; facet < skin.getNumFacets(); ++facet) {
     const std::span<const int> nodes = skin.getNodes(facet);
     SbVec3f points[4];

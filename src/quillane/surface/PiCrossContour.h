@@ -6,10 +6,15 @@
 #include <span>
 #include <vector>
 
-#include "quillane/surface/PiMeshSection.h"
+#include "quillane/surface/PiNodeSets.h"
+#include "quillane/surface/PiPairTable.h"
+#include "quillane/surface/PiSection.h"
+#include "quillane/surface/PiSectionCases.h"
+#include "quillane/surface/PiSectionPlane.h"
 
 class PbGrid3D;
 class PbMesh3D;
+class PoCellFilter;
 
 /// Cuts the outside of volume meshes with planes: the outline of the section by the same plane, as segments. It keeps
 /// its memory from one outline to the next.
@@ -18,14 +23,15 @@ class PbMesh3D;
 /// edge of the mesh that lies in the plane is drawn once, unless the outside only touches the plane along it.
 ///
 ///     PiCrossContour contour;
-///     contour.cut(mesh, {plane, values}, -1);
+///     contour.cut(mesh, plane, values, nullptr, -1);
 ///     use(contour.section.points, contour.section.coordIndices);
 class PiCrossContour {
  public:
-  /// Replaces `section`. A grid without a filter is cut on its six sides, all else on the skin of the cells that the
-  /// filter accepts; `filterValuesIndex` names the set of values that the filter is asked with, as the filter values of
-  /// the request are not. Facets of cells that PiMeshSection leaves out have no part.
-  void cut(const PbMesh3D& mesh, const PiSectionRequest& request, int filterValuesIndex);
+  /// Replaces `section` by the outline for `plane`. `values`, one for each node, are interpolated; they may be null. A
+  /// grid without a filter is cut on its six sides, all else on the skin of the cells that the filter, given the set of
+  /// values `filterValuesIndex`, accepts. Facets of cells that PiMeshSection leaves out have no part.
+  void cut(const PbMesh3D& mesh, const PiSectionPlane& plane, const float* values, const PoCellFilter* filter,
+           int filterValuesIndex);
 
   std::size_t memorySize() const;
 
@@ -33,7 +39,7 @@ class PiCrossContour {
 
  private:
   void cutSides(const PbGrid3D& grid);
-  void cutSkin(const PbMesh3D& mesh, const PiSectionRequest& request, int filterValuesIndex);
+  void cutSkin(const PbMesh3D& mesh, const PoCellFilter* filter, int filterValuesIndex);
   template <class PointOf>
   void cutFacet(int cell, std::span<const int> nodes, const float* distances, PointOf&& pointOf);
   void addEdgeInPlane(int cell, int a, int b, const SbVec3f& pointA, const SbVec3f& pointB, bool isFront);

@@ -5,16 +5,11 @@
 
 #include <Ormelle/PbParalCartesianGrid3D.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
-#include <Ormelle/PoCellFilter.h>
 
 #include "graph/frame/PiParallel.h"
 #include "quillane/surface/PiVolumeCells.h"
 
 namespace {
-
-bool isAccepted(const PiSectionRequest& request, int cell) {
-  return !request.filter || request.filter->acceptCell(cell, request.filterValues ? request.filterValues[cell] : 0);
-}
 
 /// The first index from 0 to `num` where `isReached` holds, which it then does for all greater ones. Looks near `guess`
 /// first.
@@ -90,7 +85,7 @@ void PiMeshSection::cutRange(int num, const PiSectionRequest& request, const Cut
 template <class CutRange>
 bool PiMeshSection::cutInParts(int num, const PiSectionRequest& request, const CutRange& cut) {
   static constexpr int kNumParts = 16;
-  if (PiParallel::numThreads() < 2 || request.filter || num < 8 * kNumParts) return false;
+  if (PiParallel::numThreads() < 2 || request.accepts || num < 8 * kNumParts) return false;
   while (m_parts.size() < kNumParts) m_parts.push_back(std::make_unique<Part>());
   const int size = (num / kNumParts / PiCellBlocks::kBlockSize + 1) * PiCellBlocks::kBlockSize;
   PiParallel::run(kNumParts, [&](int part) {
@@ -130,7 +125,7 @@ void PiMeshSection::cutBlocks(const Cells& allCells, const PiSectionRequest& req
         isAnyBehind |= distances[n] <= 0;
         isAnyBefore |= distances[n] >= 0;
       }
-      if (!isAnyBehind || !isAnyBefore || !isAccepted(request, cell)) return;
+      if (!isAnyBehind || !isAnyBefore || (request.accepts && !request.accepts(cell))) return;
       if (cases->topology().numNodes != static_cast<int>(nodes.size()))
         cases = &PiSectionCases::of(cells.topologyOf(nodes.size()));
       cutter.cut(*cases, cell, nodes.data(), distances,
@@ -184,7 +179,7 @@ std::size_t PiMeshSection::cutColumns(const PbGrid3D& grid, int begin, int end, 
         distances[n] = rows[n % 4]->base + m_zShares[static_cast<std::size_t>(k + up)] - request.plane.d;
         nodes[n] = grid.getNodeIndex(i + kCornerI[n], j + kCornerJ[n], k + up);
       }
-      if (!isAccepted(request, cell)) continue;
+      if ((request.accepts && !request.accepts(cell))) continue;
       cutter.cut(cases, cell, nodes, distances, [&](int n) {
         return SbVec3f(m_axes.at(0, i + kCornerI[n]), m_axes.at(1, j + kCornerJ[n]), m_axes.at(2, k + n / 4));
       });

@@ -2,6 +2,7 @@
 #define ORMELLE_PIMESHSECTION_H
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
@@ -16,14 +17,13 @@ class PbIndexedMesh3D;
 class PbMesh3D;
 class PbParalCartesianGrid3D;
 class PbRegularCartesianGrid3D;
-class PoCellFilter;
 
 /// What is to be cut, and how.
 struct PiSectionRequest {
   PiSectionPlane plane{1, 0, 0, 0};
-  const float* values = nullptr;         ///< one for each node, to be interpolated; may be null
-  const PoCellFilter* filter = nullptr;  ///< which cells; null for all
-  const float* filterValues = nullptr;   ///< what the filter is asked with, one for each cell; may be null
+  const float* values = nullptr;  ///< one for each node, to be interpolated; may be null
+  /// Whether a cell takes part, asked once for each cell that is cut; empty if all do.
+  std::function<bool(int cell)> accepts = {};
 };
 
 /// Cuts volume meshes with planes, cell by cell, visiting few more cells than the plane meets. It keeps its memory from
