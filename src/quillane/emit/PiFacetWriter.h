@@ -35,6 +35,25 @@ class PiFacetWriter {
   /// Adds a facet of three or four corners; `isReversed` turns it round.
   void add(int cell, std::span<const int> corners, bool isReversed) {
     if (!m_hasRoom) return;
+    if (corners.size() == 4) {
+      const int a = corners[0], b = corners[1], c = corners[2], d = corners[3];
+      if (a != b && b != c && c != d && d != a && a != c && b != d) {
+        m_end[0] = isReversed ? d : a;
+        m_end[1] = isReversed ? c : b;
+        m_end[2] = isReversed ? b : c;
+        m_end[3] = isReversed ? a : d;
+        m_end[4] = -1;
+        m_end += 5;
+        m_cells[m_numFacets++] = cell;
+        return;
+      }
+    }
+    addAny(cell, corners, isReversed);
+  }
+
+ private:
+  /// A facet of which corners may be the same.
+  void addAny(int cell, std::span<const int> corners, bool isReversed) {
     std::int32_t* begin = m_end;
     const std::size_t num = corners.size();
     for (std::size_t c = 0; c < num; ++c) {
@@ -51,7 +70,6 @@ class PiFacetWriter {
     m_cells[m_numFacets++] = cell;
   }
 
- private:
   SoMFInt32& m_field;
   PiGrowBuffer<int>& m_cells;
   bool m_hasRoom;
