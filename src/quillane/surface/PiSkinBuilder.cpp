@@ -143,7 +143,6 @@ struct Part {
 }  // namespace
 
 void PiSkinBuilder::build(const PbMesh3D& mesh, const std::vector<int>* accepted, PiMeshSkin& skin) {
-  skin.resize(0);
   if (const auto* indexed = dynamic_cast<const PbIndexedMesh3D*>(&mesh))
     buildIndexed({indexed->getConnectivity(), accepted}, skin);
   else if (const auto* grid = dynamic_cast<const PbGrid3D*>(&mesh))
@@ -323,6 +322,7 @@ void PiSkinBuilder::store(const PiConnectivity& cells, PiMeshSkin& skin) const {
 
 /// A grid tells the neighbours of a cell: its facets are looked at cell by cell.
 void PiSkinBuilder::buildGrid(const PbGrid3D& grid, const std::vector<int>* accepted, PiMeshSkin& skin) {
+  skin.resize(0);
   if (grid.getNumCells() < 1) return;
   int num[3];
   grid.getDim(num[0], num[1], num[2]);
