@@ -131,6 +131,8 @@ PoParalCartesianGrid2D* atmosphereLevel(const Atmosphere& air, int level) {
   map->addValuesSet(0, air.map([&](int i, int j) { return air.temperature(level, i, j); }).data(), "temperature in K");
   map->addValuesSet(1, air.map([&](int i, int j) { return air.speed(level, i, j); }).data(),
                     "speed of the wind in m/s");
+  map->addValuesSet(2, air.map([&](int i, int j) { return air.temperature(level, i, j) - 273.15F; }).data(),
+                    "temperature in degrees Celsius");
   map->addVecsSet(0, air.map([&](int i, int j) { return air.wind(level, i, j); }).data(), "wind in m/s");
   return map;
 }
