@@ -124,7 +124,8 @@ int main() {
     constexpr double step = 1 / (4 * 43.8);  // a quarter of what the length of the record tells apart
     double sum = 0, next = kLowX + 0.125;
     int num = 0;
-    for (double f = 0.05; f < 26; f += std::min(step, f / 100)) {
+    double f = 0.05;
+    while (f < 26) {
       const auto x = static_cast<float>(std::log10(f)), y = static_cast<float>(std::log10(record.squaredAmplitude(f)));
       spectrum.emplace_back(x, std::max(y, kLowY));
       if (x > next) {
@@ -134,6 +135,7 @@ int main() {
       }
       sum += y;
       ++num;
+      f += std::min(step, f / 100);
     }
 
     auto* root = new SoSeparator;

@@ -59,8 +59,8 @@ struct PiTimeAxisState;
 /// @section time_axis_float What spans can be resolved
 /// Coordinates are floats. An axis whose mapping begins near its own dates resolves a ten-millionth of the span; if the
 /// mapping counts seconds from a far epoch, dates closer than the floats there (128 seconds in 2026, counted from 1970)
-/// have one coordinate, and only the first of them is gradated. So let the mapping begin where the data begin. Far from 0
-/// the coordinates in the parts count from the start of the axis, as those of Cartesian axes do.
+/// have one coordinate, and only the first of them is gradated. So let the mapping begin where the data begin. Far from
+/// 0 the coordinates in the parts count from the start of the axis, as those of Cartesian axes do.
 ///
 /// The transform, the order of steps and all else is that of PoAxis. For a `Y` axis the side of the domain that
 /// lengths of grid lines are counted in is that along z.

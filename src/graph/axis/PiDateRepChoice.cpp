@@ -54,10 +54,12 @@ double weightOf(const PiDateRep& rep) {
 
 // A twelfth of the span, worked out in the largest unit that it fills.
 double wantedWeight(const PiDateSpan& span) {
-  if (span.days > 0) return span.days < 13 ? static_cast<int>(span.inHours() / 12) * 3600.0 : span.days / 12 * 86400.0;
+  if (span.days > 0)
+    return span.days < 13 ? static_cast<int>(span.inHours() / 12) * 3600.0 : static_cast<int>(span.days / 12) * 86400.0;
   if (span.hours > 0)
-    return span.hours < 13 ? static_cast<int>(span.inMinutes() / 12) * 60.0 : span.hours / 12 * 3600.0;
-  if (span.minutes > 0) return span.minutes < 13 ? span.inSeconds() / 12 : span.minutes / 12 * 60.0;
+    return span.hours < 13 ? static_cast<int>(span.inMinutes() / 12) * 60.0
+                           : static_cast<int>(span.hours / 12) * 3600.0;
+  if (span.minutes > 0) return span.minutes < 13 ? span.inSeconds() / 12 : static_cast<int>(span.minutes / 12) * 60.0;
   return span.seconds / 12;
 }
 

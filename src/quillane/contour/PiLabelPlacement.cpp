@@ -99,7 +99,8 @@ void PiLabelPlacement::setClippingPolygon(std::span<const SbVec2f> corners) {
     m_polygonCorners.clear();
     return;
   }
-  m_polygonCorners.push_back(SbVec3f(m_polygonCorners.front()));
+  const SbVec3f first = m_polygonCorners.front();  // a copy: the list may move
+  m_polygonCorners.push_back(first);
   for (const SbVec3f& corner : m_polygonCorners) m_polygonLimit.extendBy(corner);
   const PiPolyline outline(m_polygonCorners);
   m_polygon = PiSegmentIndex({&outline, 1});

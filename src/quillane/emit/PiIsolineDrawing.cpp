@@ -126,6 +126,7 @@ void Drawing::addLabels(std::span<const PiPolyline> boundary) {
   if (m_style.heightsAt) drapeLabels(placed, m_style.heightsAt);
 
   std::vector<PiLabelNodes::Label> labels;
+  labels.reserve(placed.size());
   for (const PiPlacedLabel& label : placed) labels.push_back({&label, m_major[label.line].isovalue});
   m_nodes.texts = emitter.makeTexts(labels);
   if (m_style.hasBox) {
@@ -138,10 +139,12 @@ void Drawing::addLabels(std::span<const PiPolyline> boundary) {
 
 void Drawing::cutLines(const std::vector<PiPlacedLabel>& labels) {
   std::vector<PiLabelBox> boxes;
+  boxes.reserve(labels.size());
   for (const PiPlacedLabel& label : labels) boxes.push_back(label.box);
   PiLineClipping clipping(std::move(boxes));
   const auto cut = [&](std::vector<DrawnLine>& lines, PiLinePieces& store) {
     std::vector<PiPolyline> uncut;
+    uncut.reserve(lines.size());
     for (const DrawnLine& line : lines) uncut.push_back(line.points);
     store = clipping.clip(uncut);
     std::vector<DrawnLine> pieces;

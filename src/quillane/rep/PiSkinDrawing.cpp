@@ -129,7 +129,7 @@ void PiSkinDrawing::updateFacets(const PiSkinForm& form, bool arePolygons) {
   }
   if (!m_faces) m_faces.reset(new SoIndexedFaceSet);
   {
-    PiFacetWriter facets(*m_faces.get(), m_cells, form.numFacets);
+    PiFacetWriter facets(*m_faces, m_cells, form.numFacets);
     form.writeFacets(m_coordinate->point.getValues(0), *m_drawn, facets);
   }
 }
@@ -298,7 +298,7 @@ void PiSkinDrawing::light(const PiSkinLook& look, PiMeshNodes& nodes, bool isRed
 
 /// A normal for each point, that of its side as smooth as it can be.
 void PiSkinDrawing::lightSides() {
-  setBinding(*m_normalBinding.get(), SoNormalBinding::PER_VERTEX_INDEXED);
+  setBinding(*m_normalBinding, SoNormalBinding::PER_VERTEX_INDEXED);
   SoMFVec3f& field = m_normal->vector;
   field.setNum(numPoints());
   const SbVec3f* points = m_coordinate->point.getValues(0);
@@ -320,7 +320,7 @@ void PiSkinDrawing::lightFacets(SoCoordinate3& coordinate, SoIndexedFaceSet& sha
     return std::span(field.getValues(0), static_cast<std::size_t>(field.getNum()));
   };
   m_surfaceNormals.make(spanOf(shape.coordIndex), spanOf(coordinate.point), false, creaseAngle);
-  setBinding(*m_normalBinding.get(), creaseAngle > 0 ? SoNormalBinding::PER_VERTEX_INDEXED : SoNormalBinding::PER_FACE);
+  setBinding(*m_normalBinding, creaseAngle > 0 ? SoNormalBinding::PER_VERTEX_INDEXED : SoNormalBinding::PER_FACE);
   const auto normals = m_surfaceNormals.normals();
   m_normal->vector.setValues(0, static_cast<int>(normals.size()), normals.data());
   m_normal->vector.setNum(static_cast<int>(normals.size()));

@@ -34,7 +34,7 @@ int PoMesh3D::makeCrossContour(float a, float b, float c, float d, const float* 
   if (!m_currentMesh3D || !group) return 0;
   PiNodeRef<SoCoordinate3> coordinates(new SoCoordinate3);
   PiNodeRef<SoIndexedLineSet> lines(new SoIndexedLineSet);
-  const int num = getCrossContour(*m_currentMesh3D, values, a, b, c, d, *lines.get(), *coordinates.get());
+  const int num = getCrossContour(*m_currentMesh3D, values, a, b, c, d, *lines, *coordinates);
   if (num > 0) {
     group->addChild(coordinates.get());
     group->addChild(lines.get());

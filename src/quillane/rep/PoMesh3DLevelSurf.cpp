@@ -369,7 +369,7 @@ void PoMesh3D::updateLevelSurfNormals() {
   ++surface.passes.normals;
 
   if (!isThere) {
-    SoGroup& group = *surface.group.get();
+    SoGroup& group = *surface.group;
     made.normalBinding = new SoNormalBinding;
     group.insertChild(made.normalBinding, group.findChild(surface.coordinate.get()));
     made.normal = new SoNormal;
@@ -378,7 +378,7 @@ void PoMesh3D::updateLevelSurfNormals() {
   const int binding = isSmooth ? SoNormalBinding::PER_VERTEX_INDEXED : SoNormalBinding::PER_FACE;
   if (made.normalBinding->value.getValue() != binding) made.normalBinding->value = binding;
 
-  makeLevelSurfNormals(*surface.shape.get());
+  makeLevelSurfNormals(*surface.shape);
 }
 
 /// Fills the normal node with the normals of a shape that uses the points of the surface.

@@ -176,7 +176,7 @@ void PoMesh3D::removeSurface(const char* groupPart) {
 /// parts.
 void PoMesh3D::placeShape() {
   PiSurfaceStore& surface = *m_surface;
-  SoGroup& group = *surface.group.get();
+  SoGroup& group = *surface.group;
   if (surface.isReduced) {
     for (int child = group.getNumChildren() - 1; child >= 0; --child)
       if (group.getChild(child)->isOfType(SoShape::getClassTypeId())) group.removeChild(child);
@@ -257,7 +257,7 @@ void PoMesh3D::updateLevelSurfTextures() {
 void PoMesh3D::updateLevelSurfContouring() {
   PiMeshNodes& made = nodes();
   PiSurfaceStore& surface = *m_surface;
-  SoGroup& group = *surface.group.get();
+  SoGroup& group = *surface.group;
   group.removeAllChildren();
   insertDefaultShapeHints();
   made.materialBinding = nullptr;

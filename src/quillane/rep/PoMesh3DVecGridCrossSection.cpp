@@ -95,8 +95,12 @@ void PoMesh3DVecGridCrossSection::sample(const PbMesh3D& mesh, const SbVec3f* ve
   if (mesh.getValuesBinding(valuesIndexForCellFilter.getValue()) == PbMesh::PER_CELL)
     filterValues = mesh.getValuesSet(valuesIndexForCellFilter.getValue());
   const PbCell* cell = nullptr;
-  for (double i = columns.first; i <= columns.last; ++i)
-    for (double j = rows.first; j <= rows.last; ++j) {
+  const int numColumns = static_cast<int>(columns.num());
+  const int numRows = static_cast<int>(rows.num());
+  for (int column = 0; column < numColumns; ++column)
+    for (int row = 0; row < numRows; ++row) {
+      const double i = columns.first + column;
+      const double j = rows.first + row;
       const SbVec3f point = axes.origin + axes.first * static_cast<float>(i * static_cast<double>(steps[0])) +
                             axes.second * static_cast<float>(j * static_cast<double>(steps[1]));
       SbVec3f pcoord;

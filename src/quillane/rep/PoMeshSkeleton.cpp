@@ -27,6 +27,7 @@ int numPlanes(const SoSFInt32& field) { return std::clamp(static_cast<int>(field
 /// The middles of `num` equal slices.
 std::vector<float> positions(int num, float min, float max) {
   std::vector<float> middles;
+  middles.reserve(static_cast<std::size_t>(std::max(0, num)));
   const float step = num > 0 ? (max - min) / static_cast<float>(num) : 0;
   for (int i = 0; i < num; ++i) middles.push_back(min + step / 2 + static_cast<float>(i) * step);
   return middles;

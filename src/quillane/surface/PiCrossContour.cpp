@@ -124,7 +124,7 @@ void PiCrossContour::cutFacet(int cell, std::span<const int> nodes, const float*
   }
   if (!isDrawn(cell)) return;
   const std::int8_t* cuts = cases.cuts(front);
-  for (int numCorners = *cuts++; numCorners > 0; cuts += numCorners, numCorners = *cuts++) {
+  for (std::int8_t numCorners = *cuts++; numCorners > 0; cuts += numCorners, numCorners = *cuts++) {
     int ends[2][2];
     for (int i = 0; i < 2; ++i) {
       const auto& edge = cases.topology().edges[static_cast<std::size_t>(cuts[i])];

@@ -124,7 +124,7 @@ void PiPlaneCutter::cut(const PiSectionCases& cases, int cell, const int* nodes,
   }
   const std::int8_t* cuts = cases.cuts(sides.front);
   if (sides.on == 0) {
-    for (int num = *cuts++; num > 0; cuts += num, num = *cuts++) {
+    for (std::int8_t num = *cuts++; num > 0; cuts += num, num = *cuts++) {
       Corners corners;
       for (int i = 0; i < num; ++i) {
         const auto& edge = topology.edges[static_cast<std::size_t>(cuts[i])];
@@ -134,7 +134,7 @@ void PiPlaneCutter::cut(const PiSectionCases& cases, int cell, const int* nodes,
     }
     return;
   }
-  for (int num = *cuts++; num > 0; cuts += num, num = *cuts++) {
+  for (std::int8_t num = *cuts++; num > 0; cuts += num, num = *cuts++) {
     Corners corners;
     const int numCorners = findCorners(topology, cuts, num, sides.on, corners);
     if (isFaceAlreadyFound(topology, sides.on, corners, numCorners, nodes) || numCorners < 3) continue;

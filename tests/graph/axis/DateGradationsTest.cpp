@@ -126,7 +126,7 @@ TEST(DateGradations, StayWithinLimits) {
 // Ten years after 1970 in seconds since then: neighbouring floats are 32 seconds apart.
 TEST(DateGradations, CoordinatesThatFloatsDontTellApartComeOnce) {
   Axis axis("1980-01-01 00:00:00", "1980-01-01 00:02:00");
-  axis.mapping.setDateMapping("1970-01-01 00:00:00", "1980-01-01 00:02:00", 0, 315532920);
+  axis.mapping.setDateMapping("1970-01-01 00:00:00", "1980-01-01 00:02:00", 0, 315532920.0F);
   axis.range.startCoord = axis.mapping.getCoordinateP(axis.range.start);
   axis.range.endCoord = axis.mapping.getCoordinateP(axis.range.end);
   const PiDateGradList list = axis.list("10 SEC m ':' s");
