@@ -84,6 +84,10 @@ std::vector<std::string> PiHistogramTexts::valueTexts(const PiHistogramState& st
   return texts;
 }
 
-std::string PiHistogramTexts::valueText(const PiHistogramState& state, double value) {
-  return formatOf(state).text(value);
+std::vector<std::string> PiHistogramTexts::sumTexts(const PiHistogramState& state) {
+  const PiChartFormat format = formatOf(state);
+  std::vector<std::string> texts;
+  texts.reserve(static_cast<std::size_t>(state.bars.numGroups()));
+  for (int group = 0; group < state.bars.numGroups(); ++group) texts.push_back(format.text(state.bars.sumOf(group)));
+  return texts;
 }

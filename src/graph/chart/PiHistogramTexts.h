@@ -39,7 +39,8 @@ class PiHistogramTexts {
 
   /// The values as they read, over all of them; empty for what isn't defined.
   static std::vector<std::string> valueTexts(const PiHistogramState& state, const std::string& added);
-  static std::string valueText(const PiHistogramState& state, double value);
+  /// The sums of the groups, in the same form.
+  static std::vector<std::string> sumTexts(const PiHistogramState& state);
 
  private:
   PoHistogram& m_kit;

@@ -180,9 +180,10 @@ void PoMultipleHistogram::buildTexts() {
 
   setPart("sumText", nullptr);
   if (PiHistogramTexts::isShown(sumVisibility, shape == ACCUMULATED)) {
+    const std::vector<std::string> sums = PiHistogramTexts::sumTexts(now);
     for (std::size_t i = 0; i < groups.size(); ++i)
-      texts.add(PiHistogramTexts::valueText(now, now.bars.sumOf(static_cast<int>(i))), groups[i].low, groups[i].high,
-                groups[i].bottom, groups[i].top, PiHistogramTexts::positionOf(sumPosition, now.beyondTop(false)));
+      texts.add(sums[i], groups[i].low, groups[i].high, groups[i].bottom, groups[i].top,
+                PiHistogramTexts::positionOf(sumPosition, now.beyondTop(false)));
     texts.build({"sumText", sumPosition, sumPath, sumFontName, sumFontSize}, pitch);
   }
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <initializer_list>
 #include <string>
+#include <unordered_map>
 
 #include <Inventor/SoPath.h>
 #include <Inventor/caches/SoCache.h>
@@ -27,6 +28,8 @@ PO_KIT_ABSTRACT_SOURCE(PoPieChart)
 namespace {
 
 constexpr char kSliceName[] = "Slice";
+
+float finiteOrZero(float value) { return std::isfinite(value) ? value : 0; }
 
 }  // namespace
 
@@ -209,8 +212,7 @@ void PoPieChart::setSliceToTranslate(int number, float distance) {
 
 float PoPieChart::getSliceToTranslate(int number) const {
   for (int i = 0; i < std::min(sliceToTranslateNumber.getNum(), sliceToTranslateValue.getNum()); ++i)
-    if (sliceToTranslateNumber[i] == number)
-      return std::isfinite(sliceToTranslateValue[i]) ? sliceToTranslateValue[i] : 0;
+    if (sliceToTranslateNumber[i] == number) return finiteOrZero(sliceToTranslateValue[i]);
   return 0;
 }
 
@@ -234,8 +236,6 @@ int PoPieChart::getPickedSliceNumber(const SoPath* path, int& number) const {
 
 void PoPieChart::preRebuild() {
   inherited::preRebuild();
-  state().textInput.resolve(isStateValid(), getMiscTextAttr());
-  state().formatInput.resolve(isStateValid(), getFormat());
   if (!isStateValid() || isCacheValid() || !getAllCache()) return;
   for (const int index :
        {PoMiscTextAttrElement::getClassStackIndex(), PoNumericDisplayFormatElement::getClassStackIndex()})
@@ -294,9 +294,14 @@ void PoPieChart::computeSlicePartValuesToDisplay() {
   grouping.isPercentage = sliceGroupFlagMin.getValue() == PERCENTAGE;
   grouping.limit = sliceGroupMinValue.getValue();
   pie.slices.compute(sliceValue.getNum(), sliceValue.getValues(0), grouping);
+  std::unordered_map<int, float> distances;
+  for (int i = 0; i < std::min(sliceToTranslateNumber.getNum(), sliceToTranslateValue.getNum()); ++i)
+    distances.emplace(sliceToTranslateNumber[i], finiteOrZero(sliceToTranslateValue[i]));
   pie.pulled.clear();
-  for (const PiPieSlices::Slice& shown : pie.slices.displayed())
-    pie.pulled.push_back(getSliceToTranslate(shown.index()));
+  for (const PiPieSlices::Slice& shown : pie.slices.displayed()) {
+    const auto found = distances.find(shown.index());
+    pie.pulled.push_back(found == distances.end() ? 0 : found->second);
+  }
 }
 
 void PoPieChart::computeSliceNames() {
