@@ -1,0 +1,413 @@
+#include "SceneWriter.h"
+
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInput.h>
+#include <Inventor/nodes/SoOrthographicCamera.h>
+#include <Inventor/nodes/SoPerspectiveCamera.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+#include <span>
+#include <sstream>
+
+#include "MeshBuilder.h"
+
+namespace importer {
+
+namespace {
+
+// ---- Text of a scene ------------------------------------------------------------------------------------------------
+
+std::string numberText(double number) {
+  std::array<char, 32> text{};
+  std::snprintf(text.data(), text.size(), "%.7g", number);
+  return text.data();
+}
+
+std::string quoted(const std::string& text) {
+  std::string result = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\') result += '\\';
+    result += c;
+  }
+  return result + '"';
+}
+
+// A name for DEF: letters, digits and underscores.
+std::string nodeNameOf(const std::string& text) {
+  std::string name;
+  for (const char c : text) name += std::isalnum(static_cast<unsigned char>(c)) && c > 0 ? c : '_';
+  if (!name.empty() && std::isdigit(static_cast<unsigned char>(name[0]))) name.insert(0, "_");
+  return name;
+}
+
+// Adds the nodes that a text describes.
+void addNodes(SoGroup* group, const std::string& nodes) {
+  const std::string text = "#Inventor V2.1 ascii\n" + nodes;
+  SoInput in;
+  in.setBuffer(text.data(), text.size());
+  SoSeparator* all = SoDB::readAll(&in);
+  if (!all) throw Failure("the scene could not be made");
+  all->ref();
+  for (int i = 0; i < all->getNumChildren(); ++i) group->addChild(all->getChild(i));
+  all->unref();
+}
+
+// ---- Round numbers --------------------------------------------------------------------------------------------------
+
+// Round numbers at one step that span the range: about `count` of them.
+std::vector<double> roundNumbers(double low, double high, int count) {
+  const double size = std::max(std::abs(low), std::abs(high));
+  if (!(high - low > 1e-6 * size)) {  // one value, or as good as one
+    const double half = size > 0 ? 0.05 * size : 0.5;
+    low -= half;
+    high += half;
+  }
+  const double rough = (high - low) / count;
+  const double power = std::pow(10.0, std::floor(std::log10(rough)));
+  double step = 10 * power;
+  for (const double factor : {5.0, 2.5, 2.0, 1.0})
+    if (factor * power >= rough * 0.999) step = factor * power;
+  std::vector<double> numbers;
+  const double first = std::floor(low / step + 1e-6), last = std::ceil(high / step - 1e-6);
+  for (double i = first; i <= last && numbers.size() < 100; ++i) numbers.push_back(i * step);
+  return numbers;
+}
+
+// From dark to light, evenly for the eye.
+using Color = std::array<double, 3>;
+constexpr std::array<Color, 9> kScale{{{0.267, 0.005, 0.329},
+                                       {0.283, 0.141, 0.458},
+                                       {0.254, 0.265, 0.530},
+                                       {0.191, 0.407, 0.556},
+                                       {0.128, 0.567, 0.551},
+                                       {0.208, 0.719, 0.473},
+                                       {0.478, 0.821, 0.318},
+                                       {0.741, 0.873, 0.150},
+                                       {0.993, 0.906, 0.144}}};
+
+Color colorAt(double part) {
+  const double place = std::clamp(part, 0.0, 1.0) * (kScale.size() - 1);
+  const auto below = std::min(static_cast<std::size_t>(place), kScale.size() - 2);
+  const double rest = place - static_cast<double>(below);
+  Color color{};
+  for (std::size_t i = 0; i < 3; ++i) color[i] = kScale[below][i] * (1 - rest) + kScale[below + 1][i] * rest;
+  return color;
+}
+
+std::string mappingText(const std::vector<double>& levels) {
+  std::string values, colors;
+  for (std::size_t i = 0; i < levels.size(); ++i) {
+    const Color color = colorAt(static_cast<double>(i) / static_cast<double>(levels.size() - 1));
+    const char* separator = i > 0 ? ", " : "";
+    values += separator + numberText(levels[i]);
+    colors += separator + numberText(color[0]) + " " + numberText(color[1]) + " " + numberText(color[2]);
+  }
+  return "PoNonLinearDataMapping2 { value [ " + values + " ] color [ " + colors + " ] }\n";
+}
+
+// ---- Cameras --------------------------------------------------------------------------------------------------------
+
+struct Box {
+  Origin low{}, high{};
+  bool isEmpty = true;
+
+  void add(const BuiltMesh& mesh) {
+    if (mesh.isEmpty) return;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      low[axis] = isEmpty ? mesh.low[axis] : std::min(low[axis], mesh.low[axis]);
+      high[axis] = isEmpty ? mesh.high[axis] : std::max(high[axis], mesh.high[axis]);
+    }
+    isEmpty = false;
+  }
+  double extent(std::size_t axis) const { return high[axis] - low[axis]; }
+  double diagonal() const { return std::hypot(extent(0), extent(1), extent(2)); }
+  SbVec3f center() const {
+    const auto middle = [&](std::size_t axis) { return static_cast<float>((low[axis] + high[axis]) / 2); };
+    return SbVec3f(middle(0), middle(1), middle(2));
+  }
+};
+
+// Pictures are commonly that much wider than high; the legend below takes part of the height.
+constexpr double kAspect = 4.0 / 3.0;
+constexpr double kRoomForLegend = 1.2;
+constexpr double kMargin = 1.06;
+
+bool isFlat(const Box& box) { return box.extent(2) <= 1e-3 * box.diagonal(); }
+
+// Straight onto a flat scene.
+SoCamera* makeFlatCamera(const Box& box) {
+  auto* camera = new SoOrthographicCamera;
+  const double height = std::max({box.extent(1), box.extent(0) / kAspect, 1e-30}) * kMargin * kRoomForLegend;
+  const double distance = std::max(box.diagonal(), 1e-30);
+  SbVec3f position = box.center();
+  position[1] -= static_cast<float>(height * (1 - 1 / kRoomForLegend) / 2);
+  position[2] = static_cast<float>(box.high[2] + distance);
+  camera->position = position;
+  camera->height = static_cast<float>(height);
+  camera->nearDistance = static_cast<float>(distance / 10);
+  camera->farDistance = static_cast<float>(distance * 2);
+  camera->focalDistance = static_cast<float>(distance);
+  return camera;
+}
+
+// From the front, the right and above, so that the whole box is seen.
+SoCamera* makeSolidCamera(const Box& box, int upAxis) {
+  auto* camera = new SoPerspectiveCamera;
+  constexpr double kAngle = 0.5;
+  const SbVec3f up = upAxis == 1 ? SbVec3f(0, 1, 0) : SbVec3f(0, 0, 1);
+  const SbVec3f front = upAxis == 1 ? SbVec3f(0, 0, 1) : SbVec3f(0, -1, 0);
+  SbVec3f back = front + SbVec3f(1, 0, 0) * 0.75F + up * 0.75F;  // from the scene to the viewer
+  back.normalize();
+  SbVec3f right = up.cross(back);
+  right.normalize();
+  const SbVec3f top = back.cross(right);
+  const double tangent = std::tan(kAngle / 2);
+  double distance = 0;
+  for (unsigned corner = 0; corner < 8; ++corner) {
+    SbVec3f half;
+    for (unsigned axis = 0; axis < 3; ++axis)
+      half[static_cast<int>(axis)] = static_cast<float>((corner >> axis & 1 ? 0.5 : -0.5) * box.extent(axis));
+    const double height = std::abs(static_cast<double>(half.dot(top))) * kRoomForLegend * kMargin;
+    const double side = std::abs(static_cast<double>(half.dot(right))) / kAspect * kMargin;
+    distance = std::max(distance, static_cast<double>(half.dot(back)) + std::max(height, side) / tangent);
+  }
+  distance = std::max(distance, 1e-30);
+  // A little lower than the middle, for the legend.
+  const auto drop = static_cast<float>(distance * tangent * (kRoomForLegend - 1) / 2);
+  camera->heightAngle = static_cast<float>(kAngle);
+  camera->position = box.center() + back * static_cast<float>(distance) - top * drop;
+  camera->pointAt(box.center() - top * drop, up);
+  camera->nearDistance = static_cast<float>(distance / 100);
+  camera->farDistance = static_cast<float>(distance * 3);
+  camera->focalDistance = static_cast<float>(distance);
+  return camera;
+}
+
+// ---- Meshes ---------------------------------------------------------------------------------------------------------
+
+std::string legendText(const std::string& title, std::size_t numLevels) {
+  std::ostringstream text;
+  text << "Annotation {\n"
+          "  OrthographicCamera { position 0 0 1 nearDistance 0.5 farDistance 1.5 height 2 }\n"
+          "  LightModel { model BASE_COLOR }\n"
+          "  BaseColor { rgb 0.13 0.15 0.18 }\n"
+          "  PoMiscTextAttr { fontName \"DejaVu Sans\" lineLength 0 endLineChar 10 }\n"
+          "  PoNonLinearValueLegend3 {\n"
+          "    start -0.85 -0.98\n    end 0.85 -0.72\n"
+          "    incrementType HORIZONTAL_INCREMENT\n    valuePosition POS_BOTTOM\n"
+          "    lowerUpperBoxes FALSE\n"
+       << "    numColumns " << numLevels << "\n"
+       << "    titleVisibility VISIBILITY_ON\n    titlePosition POS_TOP\n    titleFontSize 0.065\n    titleString "
+       << quoted(title)
+       << "\n    backgroundBorderApp AppearanceKit { drawStyle DrawStyle { style INVISIBLE } }\n  }\n}\n";
+  return text.str();
+}
+
+std::string representationText(const BuiltMesh& mesh) {
+  std::string coloring;
+  if (mesh.shown) coloring = " valuesIndex " + std::to_string(mesh.shown->index) + " coloringType COLOR_MAPPING";
+  return std::string(mesh.dimension == 3 ? "PolygonOffset {}\nPoMeshSkin" : "PoMeshFilled") + " { creaseAngle 0.6" +
+         coloring + " }\n";
+}
+
+// All meshes, coloured by the first set of the first that has one; those that have the same set share the scale.
+void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
+  Box box;
+  const BuiltMesh::Shown* shown = nullptr;
+  for (const BuiltMesh& mesh : meshes) {
+    box.add(mesh);
+    if (!shown && mesh.shown) shown = &*mesh.shown;
+  }
+  if (box.isEmpty) throw Failure("none of its coordinates is a finite number that a float holds");
+  root->addChild(isFlat(box) ? makeFlatCamera(box) : makeSolidCamera(box, upAxis));
+
+  std::vector<double> levels;
+  if (shown) {
+    double low = shown->low, high = shown->high;
+    for (const BuiltMesh& mesh : meshes)
+      if (mesh.shown && mesh.shown->name == shown->name) {
+        low = std::min(low, static_cast<double>(mesh.shown->low));
+        high = std::max(high, static_cast<double>(mesh.shown->high));
+      }
+    levels = roundNumbers(low, high, 6);
+    addNodes(root, mappingText(levels));
+  }
+  for (BuiltMesh& mesh : meshes) {
+    auto* group = new SoSeparator;
+    root->addChild(group);
+    if (mesh.shown && mesh.shown->name != shown->name) mesh.shown.reset();
+    const bool isPlain = isFlat(box) || mesh.dimension == 0;
+    if (isPlain) addNodes(group, "LightModel { model BASE_COLOR }\n");
+    addNodes(group, mesh.dimension == 0 ? "BaseColor { rgb 0.18 0.20 0.24 }\nDrawStyle { lineWidth 2 pointSize 3 }\n"
+                    : isPlain           ? "BaseColor { rgb 0.60 0.68 0.78 }\n"
+                                        : "Material { diffuseColor 0.60 0.68 0.78 specularColor 0.1 0.1 0.1 }\n");
+    group->addChild(mesh.node);
+    if (mesh.dimension > 0) addNodes(group, representationText(mesh));
+  }
+  if (shown) addNodes(root, legendText(shown->name, levels.size()));
+}
+
+// ---- Series ---------------------------------------------------------------------------------------------------------
+
+constexpr std::array<const char*, 6> kInks{"0.12 0.30 0.55", "0.80 0.33 0.16", "0.13 0.50 0.37",
+                                           "0.52 0.25 0.55", "0.70 0.53 0.08", "0.35 0.38 0.42"};
+
+struct Curve {
+  BuiltMesh* mesh;
+  int index;
+  std::string name;
+  double low, high;
+};
+
+// The curves of series that one axis can show: those whose values span no more than five times, and no less than a
+// fifth, of what the first ones span.
+std::vector<Curve> curvesOf(std::span<BuiltMesh> meshes) {
+  std::vector<Curve> curves;
+  for (BuiltMesh& mesh : meshes) {
+    const PbMesh* series = static_cast<PoMeshProperty*>(mesh.node)->getMesh();
+    for (int index = 0; index < static_cast<int>(mesh.scalars.size()) && curves.size() < kInks.size(); ++index) {
+      const float* values = series->getValuesSet(index);
+      Curve curve{&mesh, index, mesh.scalars[static_cast<std::size_t>(index)], INFINITY, -INFINITY};
+      for (int i = 0; values && i < series->getNumNodes(); ++i) {
+        if (!std::isfinite(values[i])) continue;
+        curve.low = std::min(curve.low, static_cast<double>(values[i]));
+        curve.high = std::max(curve.high, static_cast<double>(values[i]));
+      }
+      if (curve.low > curve.high) continue;
+      if (!curves.empty()) {
+        const double span = curves[0].high - curves[0].low, own = curve.high - curve.low;
+        const double apart = std::max(curves[0].high, curve.high) - std::min(curves[0].low, curve.low);
+        if (own > 5 * span || span > 5 * own || apart > 5 * span) continue;
+      }
+      curves.push_back(curve);
+    }
+  }
+  return curves;
+}
+
+std::string axisText(const char* type, double x, double y, double end, double across, const std::string& title) {
+  std::ostringstream text;
+  text << "PoLinearAxis { start " << numberText(x) << " " << numberText(y) << " 0 end " << numberText(end) << " type "
+       << type
+       << " gradFontSize 0.028 tickMainLength 0.012 arrowVisibility VISIBILITY_OFF gridVisibility VISIBILITY_ON "
+          "gridLengthGradOtherSide "
+       << numberText(across)
+       << " mainGradGridApp AppearanceKit { material Material { diffuseColor 0.87 0.88 0.90 } drawStyle DrawStyle { "
+          "lineWidth 1 } }";
+  if (title.empty())
+    text << " titleVisibility VISIBILITY_OFF }\n";
+  else
+    text << " titleVisibility VISIBILITY_ON titleFontSize 0.032 titleString " << quoted(title) << " }\n";
+  return text.str();
+}
+
+// What of a series is shown, as curves over one pair of axes.
+void addSeries(SoSeparator* root, std::span<BuiltMesh> meshes) {
+  const std::vector<Curve> curves = curvesOf(meshes);
+  Box box;
+  for (const BuiltMesh& mesh : meshes) box.add(mesh);
+  if (curves.empty() || box.isEmpty) {  // nothing to draw; the meshes are there all the same
+    for (BuiltMesh& mesh : meshes) root->addChild(mesh.node);
+    return;
+  }
+  double low = INFINITY, high = -INFINITY;
+  for (const Curve& curve : curves) {
+    low = std::min(low, curve.low);
+    high = std::max(high, curve.high);
+  }
+  const std::vector<double> rows = roundNumbers(low, high, 6);
+  const double left = box.low[0];
+  const double right = box.extent(0) > 0 ? box.high[0] : left + std::max(1.0, std::abs(left));
+  const double bottom = rows.front(), top = rows.back();
+
+  constexpr double kWide = 1.6;  // the plot is that much wider than high
+  std::ostringstream text;
+  text << "LightModel { model BASE_COLOR }\nBaseColor { rgb 0.18 0.20 0.24 }\n"
+       << "PoMiscTextAttr { fontName \"DejaVu Sans\" lineLength 0 endLineChar 10 }\nPoDomain { min " << numberText(left)
+       << " " << numberText(bottom) << " 0 max " << numberText(right) << " "
+       << numberText(bottom + (top - bottom) * kWide) << " 1 }\n"
+       << axisText("XY", left, bottom, right, top - bottom, meshes[0].name)
+       << axisText("YX", left, bottom, top, right - left, curves.size() == 1 ? curves[0].name : "");
+  addNodes(root, text.str());
+  for (BuiltMesh& mesh : meshes) {
+    auto* group = new SoSeparator;
+    root->addChild(group);
+    group->addChild(mesh.node);
+    addNodes(group, "DrawStyle { lineWidth 2 }\n");
+    for (std::size_t i = 0; i < curves.size(); ++i)
+      if (curves[i].mesh == &mesh)
+        addNodes(group, "BaseColor { rgb " + std::string(kInks[i]) + " }\nPoCurveLine { yValuesIndex " +
+                            std::to_string(curves[i].index) + " }\n");
+  }
+  if (curves.size() < 2) return;
+  // Their names, in their colours, in a row above the plot: lengths there are those of x, which the domain keeps.
+  const double width = right - left, letter = width * 0.026;
+  std::ostringstream names;
+  // The domain stretches kits only, so that plain text stands where it turns y of the plot's top into lengths of x.
+  names << "Font { name \"DejaVu Sans\" size " << numberText(letter) << " }\nTranslation { translation "
+        << numberText(left) << " " << numberText(bottom * width / ((top - bottom) * kWide) + width / kWide + letter)
+        << " 0 }\n";
+  for (std::size_t i = 0; i < curves.size(); ++i)
+    names << "BaseColor { rgb " << kInks[i] << " }\nText3 { string " << quoted(curves[i].name)
+          << " }\nTranslation { translation "
+          << numberText(letter * 0.65 * (static_cast<double>(curves[i].name.size()) + 3)) << " 0 0 }\n";
+  addNodes(root, names.str());
+}
+
+// ---- Summaries ------------------------------------------------------------------------------------------------------
+
+std::string joined(const char* what, const std::vector<std::string>& names) {
+  std::string text;
+  for (const std::string& name : names) text += (text.empty() ? std::string("; ") + what + ": " : ", ") + name;
+  return text;
+}
+
+std::string summaryOf(const BuiltMesh& mesh) {
+  const char* kinds[] = {"lines or points", "series", "surface", "volume"};
+  std::string text = mesh.name.empty() ? "" : mesh.name + ": ";
+  text += std::string(kinds[mesh.dimension]) + " of " + counted(mesh.numNodes, "node", "nodes");
+  if (mesh.dimension != 1) text += " and " + counted(mesh.numCells, "cell", "cells");
+  return text + joined("values", mesh.scalars) + joined("values of cells", mesh.cellScalars) +
+         joined("vectors", mesh.vectors) + joined("texts", mesh.strings);
+}
+
+}  // namespace
+
+ImportedScene makeScene(Dataset& data) {
+  const Origin origin = originFor(data);
+  ImportedScene scene;
+  scene.root = new SoSeparator;
+  std::vector<BuiltMesh> meshes;
+  const std::vector<Piece> pieces = std::move(data.pieces);
+  for (const Piece& piece : pieces)
+    for (BuiltMesh& mesh : buildMeshes(piece, origin, data)) {
+      mesh.node->ref();  // until the scene is made, or ever if it can't be: the program ends then
+      if (mesh.dimension > 0 && !mesh.name.empty()) mesh.node->setName(nodeNameOf(mesh.name).c_str());
+      scene.summaries.push_back(summaryOf(mesh));
+      meshes.push_back(std::move(mesh));
+    }
+  if (meshes.empty()) throw Failure("there is nothing in it that makes a mesh");
+  if (origin != Origin{}) {
+    scene.root->addChild(makeOriginNode(origin));
+    std::string text = textOf(origin).substr(7);
+    std::replace(text.begin(), text.end(), ' ', ',');
+    data.note("coordinates are counted from " + text + ", which the node " + kOriginName + " keeps");
+  }
+  const auto firstSeries =
+      std::stable_partition(meshes.begin(), meshes.end(), [](const BuiltMesh& mesh) { return mesh.dimension != 1; });
+  if (firstSeries != meshes.begin()) {
+    addMeshes(scene.root, {meshes.begin(), firstSeries}, data.upAxis);
+    // Beside meshes series aren't drawn, which share no space with them.
+    for (auto mesh = firstSeries; mesh != meshes.end(); ++mesh) scene.root->addChild(mesh->node);
+  } else {
+    addSeries(scene.root, meshes);
+  }
+  for (const BuiltMesh& mesh : meshes) mesh.node->unref();
+  return scene;
+}
+
+}  // namespace importer
