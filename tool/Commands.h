@@ -21,11 +21,18 @@ struct RenderOptions {
   int samples = 4;
 };
 
+/// What reading a file of another program may take.
+struct ImportLimits {
+  double gigabytes = 0;  ///< of memory; 0: as much as the machine has
+  unsigned seconds = 600;
+};
+
 struct ConvertOptions {
   std::string from;
   std::string to;
   bool isGeometry = false;
   bool isBinary = false;
+  ImportLimits limits;
 };
 
 /// The commands of the tool. Each throws Failure if it can't do what it should; then no output file is left behind.

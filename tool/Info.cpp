@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "Origin.h"
 #include "SceneFile.h"
 #include "SceneWalk.h"
 #include "graph/toolkit/offscreen/PiStage.h"
@@ -283,8 +284,10 @@ void info(const std::string& file, bool asJson) {
 
   Sums total;
   for (const Kit& kit : census.kits()) total.add(kit.sums);
+  const std::optional<Origin> origin = findOrigin(scene.root.get());
   if (asJson) {
     nlohmann::ordered_json json;
+    if (origin) json["origin"] = *origin;
     json["kits"] = nlohmann::ordered_json::array();
     for (const Kit& kit : census.kits()) json["kits"].push_back(jsonOf(kit));
     json["total"] = jsonOf(total);
@@ -297,6 +300,7 @@ void info(const std::string& file, bool asJson) {
   for (const Kit& kit : census.kits()) printRow(kit.name.empty() ? kit.type : kit.type + " " + kit.name, kit.sums);
   printRow("all kits", total);
   printRow("outside kits", census.outside());
+  if (origin) std::printf("coordinates are counted from the %s\n", textOf(*origin).c_str());
 }
 
 }  // namespace tool

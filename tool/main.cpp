@@ -120,12 +120,24 @@ int main(int argc, char** argv) {
   geometry->callback([&] { status = run([&] { tool::geometry(scene, mesh, format == "binary"); }); });
 
   tool::ConvertOptions conversion;
-  CLI::App* convert = app.add_subcommand("convert", "Read a scene and write it again");
-  convert->add_option("from", conversion.from, "The scene file to read")->required()->type_name("A.iv");
-  convert->add_option("to", conversion.to, "The scene file to write")->required()->type_name("B.iv");
+  CLI::App* convert = app.add_subcommand("convert", "Read a scene, or a file of another program, and write a scene");
+  convert->add_option("from", conversion.from, "The file to read: a scene, or a file of another program")
+      ->required()
+      ->type_name("FROM");
+  convert->add_option("to", conversion.to, "The scene file to write")->required()->type_name("TO.iv");
   convert->add_flag("--geometry", conversion.isGeometry,
                     "Write what the representations generated, not the fields they generate it from");
   convert->add_flag("--binary", conversion.isBinary, "Write the toolkit's binary format");
+  convert
+      ->add_option("--memory-limit", conversion.limits.gigabytes,
+                   "Gigabytes that reading a file of another program may take; as many as the machine has if not given")
+      ->check(CLI::Range(0.01, 1e6))
+      ->type_name("GB");
+  convert
+      ->add_option("--time-limit", conversion.limits.seconds, "Seconds that reading a file of another program may take")
+      ->check(CLI::Range(1U, 1000000U))
+      ->capture_default_str()
+      ->type_name("SECONDS");
   convert->callback([&] { status = run([&] { tool::convert(conversion); }); });
 
   try {

@@ -5,7 +5,6 @@
 #include <Inventor/nodes/SoIndexedLineSet.h>
 #include <Inventor/nodes/SoPointSet.h>
 
-#include <Ormelle/PbCell.h>
 #include <Ormelle/PoCartesianGrid2D.h>
 #include <Ormelle/PoCartesianGrid3D.h>
 #include <Ormelle/PoHexahedronMesh3D.h>
@@ -26,23 +25,11 @@
 #include <numeric>
 #include <utility>
 
+#include "MeshSets.h"
+
 namespace importer {
 
 namespace {
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
-std::size_t sizeOf(int number) { return static_cast<std::size_t>(number); }
-int intOf(std::size_t number) { return static_cast<int>(number); }
-
-// A name without what would break a line, and not without end.
-std::string cleaned(const std::string& name) {
-  constexpr std::size_t kLongest = 200;
-  std::string text = name.substr(0, kLongest);
-  for (char& c : text)
-    if (static_cast<unsigned char>(c) < 32 || c == 127) c = ' ';
-  return text;
-}
 
 // ---- Coordinates ----------------------------------------------------------------------------------------------------
 
@@ -55,18 +42,6 @@ double coordinateOf(const Piece& piece, const std::array<int, 3>& node, std::siz
 
 // NaN for what no float holds: a node that isn't drawn.
 float relative(double coordinate, double origin) { return toFloat(coordinate - origin); }
-
-struct Range {
-  double low = kInfinity, high = -kInfinity;
-  std::size_t count = 0;
-
-  void add(double number) {
-    if (!std::isfinite(number)) return;
-    low = std::min(low, number);
-    high = std::max(high, number);
-    ++count;
-  }
-};
 
 // The range of the coordinates along an axis, and how many different ones there may be.
 Range rangeAlong(const Piece& piece, std::size_t axis) {
@@ -90,105 +65,6 @@ Range rangeAlong(const Piece& piece, std::size_t axis) {
       break;
   }
   return range;
-}
-
-// ---- Data sets ------------------------------------------------------------------------------------------------------
-
-// For each element of a mesh the index of its values in the sets of the piece. No numbers: as they come.
-struct Sources {
-  std::vector<int> nodes;
-  std::vector<int> cells;
-  std::size_t numNodes = 0, numCells = 0;
-
-  const std::vector<int>& of(Binding binding) const { return binding == Binding::NODE ? nodes : cells; }
-  std::size_t count(Binding binding) const { return binding == Binding::NODE ? numNodes : numCells; }
-};
-
-template <class Value, class Target = Value, class Change>
-std::vector<Target> picked(const std::vector<Value>& values, const std::vector<int>& from, Change change) {
-  std::vector<Target> all;
-  all.reserve(from.size());
-  for (const int index : from) all.push_back(change(values[sizeOf(index)]));
-  return all;
-}
-
-PbMesh::DataBinding bindingOf(Binding binding) {
-  return binding == Binding::NODE ? PbMesh::PER_NODE : PbMesh::PER_CELL;
-}
-
-void noteShown(BuiltMesh& mesh, int index, const std::string& name, const std::vector<float>& values) {
-  if (mesh.shown) return;
-  Range range;
-  for (const float value : values) range.add(value);
-  if (range.count > 0) mesh.shown = {index, name, static_cast<float>(range.low), static_cast<float>(range.high)};
-}
-
-// A surface is coloured by values of nodes only: the mean of the cells round each.
-std::vector<float> meansAtNodes(const PbMesh& mesh, const std::vector<float>& values) {
-  std::vector<double> sums(sizeOf(mesh.getNumNodes()));
-  std::vector<int> counts(sums.size());
-  for (int cell = 0; cell < mesh.getNumCells(); ++cell) {
-    const PbCell* nodes = mesh.getTopoCell(cell);
-    if (!nodes || !std::isfinite(values[sizeOf(cell)])) continue;
-    for (int i = 0; i < nodes->getNumNodes(); ++i) {
-      sums[sizeOf(nodes->getNodeIndex(i))] += static_cast<double>(values[sizeOf(cell)]);
-      ++counts[sizeOf(nodes->getNodeIndex(i))];
-    }
-  }
-  std::vector<float> means(sums.size(), std::numeric_limits<float>::quiet_NaN());
-  for (std::size_t i = 0; i < sums.size(); ++i)
-    if (counts[i] > 0) means[i] = static_cast<float>(sums[i] / counts[i]);
-  return means;
-}
-
-void addSets(const Piece& piece, const Sources& sources, PoMeshProperty* node, BuiltMesh& mesh, Dataset& data) {
-  int numScalars = 0;
-  std::vector<std::pair<std::string, std::vector<float>>> cellSets;
-  for (const ScalarSet& set : piece.scalars) {
-    if (sources.count(set.binding) == 0) continue;
-    const std::string name = cleaned(set.name);
-    std::vector<float> values = picked(set.values, sources.of(set.binding), [](float value) { return value; });
-    const int index = numScalars++;
-    node->addValuesSet(index, values.data(), bindingOf(set.binding), name.c_str());
-    (set.binding == Binding::NODE ? mesh.scalars : mesh.cellScalars).push_back(name);
-    if (set.binding == Binding::NODE)
-      noteShown(mesh, index, name, values);
-    else
-      cellSets.emplace_back(name, std::move(values));
-  }
-  for (std::size_t i = 0; i < cellSets.size() && !mesh.shown && mesh.dimension > 1; ++i) {
-    auto& [name, values] = cellSets[i];
-    if (mesh.dimension == 3) {
-      for (int index = 0; index < numScalars; ++index)
-        if (node->getMesh()->getValuesSet(index) && *node->getMesh()->getValuesSetName(index) == name.c_str())
-          noteShown(mesh, index, name, values);
-      continue;
-    }
-    const std::vector<float> means = meansAtNodes(*node->getMesh(), values);
-    const int index = numScalars;
-    noteShown(mesh, index, name, means);
-    if (!mesh.shown) continue;
-    node->addValuesSet(index, means.data(), (name + ", mean at nodes").c_str());
-    mesh.scalars.push_back(name + ", mean at nodes");
-    ++numScalars;
-    data.note("the surface is coloured by an added set, the means of \"" + name + "\" at the nodes");
-  }
-
-  int numVectors = 0;
-  for (const VectorSet& set : piece.vectors) {
-    if (sources.count(set.binding) == 0) continue;
-    const auto vectors = picked<Vector, SbVec3f>(set.values, sources.of(set.binding),
-                                                 [](const Vector& v) { return SbVec3f(v[0], v[1], v[2]); });
-    node->addVecsSet(numVectors++, vectors.data(), bindingOf(set.binding), cleaned(set.name).c_str());
-    mesh.vectors.push_back(cleaned(set.name));
-  }
-  int numStrings = 0;
-  for (const StringSet& set : piece.strings) {
-    const auto strings = picked<std::string, SbString>(set.values, sources.nodes,
-                                                       [](const std::string& text) { return SbString(text.c_str()); });
-    node->addStringsSet(numStrings++, strings.data(), cleaned(set.name).c_str());
-    mesh.strings.push_back(cleaned(set.name));
-  }
 }
 
 // ---- Grids ----------------------------------------------------------------------------------------------------------
@@ -223,8 +99,6 @@ Sources gridSources(const Piece& piece, const std::vector<std::size_t>& axes) {
            [&, x = x, y = y](const auto& at) { sources.nodes.push_back(at[0] + x * (at[1] + y * at[2])); });
   const int cellsX = std::max(1, x - 1), cellsY = std::max(1, y - 1);
   walkGrid(piece, axes, 1, [&](const auto& at) { sources.cells.push_back(at[0] + cellsX * (at[1] + cellsY * at[2])); });
-  sources.numNodes = sources.nodes.size();
-  sources.numCells = sources.cells.size();
   return sources;
 }
 
@@ -336,7 +210,6 @@ Part partOf(const Piece& piece, int dimension) {
     }
     first += sizeOf(size);
   }
-  part.sources.numCells = part.sizes.size();
   return part;
 }
 
@@ -357,7 +230,6 @@ void takeNodes(Part& part, std::size_t numNodes, bool onlyUsed) {
       node = place;
     }
   }
-  part.sources.numNodes = sources.size();
 }
 
 Coordinates nodesOfPart(const Piece& piece, const Part& part, const Origin& origin) {
@@ -387,7 +259,7 @@ Node* makeVolume(const Coordinates& xyz, int numNodes, int numCells, const int* 
 
 PoMeshProperty* makeCells(const Piece& piece, const Part& part, const Origin& origin) {
   const Coordinates xyz = nodesOfPart(piece, part, origin);
-  const int numNodes = intOf(part.sources.numNodes), numCells = intOf(part.sizes.size());
+  const int numNodes = intOf(part.sources.nodes.size()), numCells = intOf(part.sizes.size());
   const int* nodes = part.nodes.data();
   const int first = part.sizes.front();
   const bool isUniform = std::all_of(part.sizes.begin(), part.sizes.end(), [&](int size) { return size == first; });
@@ -458,7 +330,6 @@ BuiltMesh buildSeries(const Piece& piece, const Origin& origin, Dataset& data) {
   Sources sources;
   sources.nodes.resize(x.size());
   std::iota(sources.nodes.begin(), sources.nodes.end(), 0);
-  sources.numNodes = x.size();
   addSets(piece, sources, node, mesh, data);
   return mesh;
 }
@@ -502,8 +373,8 @@ BuiltMesh buildGrid(const Piece& piece, const std::vector<std::size_t>& axes, co
   mesh.name = cleaned(piece.name);
   mesh.node = node;
   mesh.dimension = intOf(axes.size());
-  mesh.numNodes = sources.numNodes;
-  mesh.numCells = sources.numCells;
+  mesh.numNodes = sources.nodes.size();
+  mesh.numCells = sources.cells.size();
   measure(mesh, piece, origin, nullptr);
   addSets(piece, sources, node, mesh, data);
   return mesh;
@@ -527,10 +398,10 @@ std::vector<BuiltMesh> buildCells(const Piece& piece, const Origin& origin, Data
     takeNodes(part, piece.points.size(), dimension == 2 ? isMixed : dimension < 2);
     BuiltMesh mesh;
     mesh.name = cleaned(piece.name);
-    mesh.numNodes = part.sources.numNodes;
+    mesh.numNodes = part.sources.nodes.size();
     mesh.numCells = part.sizes.size();
     std::vector<int> used = part.nodes;
-    if (part.sources.numNodes < piece.points.size())
+    if (part.sources.nodes.size() < piece.points.size())
       for (int& node : used) node = part.sources.nodes[sizeOf(node)];
     measure(mesh, piece, origin, &used);
     if (dimension < 2) {
@@ -569,7 +440,7 @@ Origin originFor(const Dataset& data) {
   Origin origin{};
   for (std::size_t axis = 0; axis < 3; ++axis) {
     Range all;
-    double step = kInfinity;
+    double step = std::numeric_limits<double>::infinity();
     for (const Piece& piece : data.pieces) {
       const Range range = rangeAlong(piece, axis);
       if (range.low > range.high) continue;

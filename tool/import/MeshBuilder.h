@@ -7,12 +7,14 @@
 
 #include <Ormelle/PoMeshProperty.h>
 
+#include "../Origin.h"
 #include "Dataset.h"
-#include "Origin.h"
 
 class SoNode;
 
 namespace importer {
+
+using tool::Origin;
 
 /// A mesh node made from a piece, or from that part of a mixed one that is a surface, a volume, lines or points.
 struct BuiltMesh {

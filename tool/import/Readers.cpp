@@ -52,7 +52,11 @@ bool hasExtension(const Reader& reader, const std::string& extension) {
 
 bool isVtkLegacy(std::string_view head) { return head.starts_with("# vtk DataFile Version"); }
 
-bool isVtkXml(std::string_view head) { return head.find("<VTKFile") != std::string_view::npos; }
+bool isVtkXml(std::string_view head) {
+  const std::size_t start = head.find('<');
+  return start != std::string_view::npos && head.find_first_not_of(" \t\r\n\xef\xbb\xbf") == start &&
+         head.find("<VTKFile") != std::string_view::npos;
+}
 
 std::span<const Reader> readers() { return kReaders; }
 

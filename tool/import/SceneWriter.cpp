@@ -46,7 +46,7 @@ std::string nodeNameOf(const std::string& text) {
 
 // Adds the nodes that a text describes.
 void addNodes(SoGroup* group, const std::string& nodes) {
-  const std::string text = "#Inventor V2.1 ascii\n" + nodes;
+  const std::string text = "#Inventor V2.1 ascii\nSeparator {\n" + nodes + "}\n";
   SoInput in;
   in.setBuffer(text.data(), text.size());
   SoSeparator* all = SoDB::readAll(&in);
@@ -77,17 +77,16 @@ std::vector<double> roundNumbers(double low, double high, int count) {
   return numbers;
 }
 
-// From dark to light, evenly for the eye.
+// From cold to warm; light enough to leave room for shades.
 using Color = std::array<double, 3>;
-constexpr std::array<Color, 9> kScale{{{0.267, 0.005, 0.329},
-                                       {0.283, 0.141, 0.458},
-                                       {0.254, 0.265, 0.530},
-                                       {0.191, 0.407, 0.556},
-                                       {0.128, 0.567, 0.551},
-                                       {0.208, 0.719, 0.473},
-                                       {0.478, 0.821, 0.318},
-                                       {0.741, 0.873, 0.150},
-                                       {0.993, 0.906, 0.144}}};
+constexpr std::array<Color, 8> kScale{{{0.25, 0.18, 0.50},
+                                       {0.27, 0.36, 0.72},
+                                       {0.25, 0.55, 0.79},
+                                       {0.44, 0.74, 0.80},
+                                       {0.75, 0.88, 0.78},
+                                       {0.98, 0.86, 0.50},
+                                       {0.94, 0.53, 0.27},
+                                       {0.74, 0.16, 0.17}}};
 
 Color colorAt(double part) {
   const double place = std::clamp(part, 0.0, 1.0) * (kScale.size() - 1);
@@ -98,7 +97,13 @@ Color colorAt(double part) {
   return color;
 }
 
-std::string mappingText(const std::vector<double>& levels) {
+// Levels, with one more between any two of them, so that no colour of the scale is passed over.
+std::string mappingText(const std::vector<double>& shownLevels) {
+  std::vector<double> levels{shownLevels[0]};
+  for (std::size_t i = 1; i < shownLevels.size(); ++i) {
+    levels.push_back((shownLevels[i - 1] + shownLevels[i]) / 2);
+    levels.push_back(shownLevels[i]);
+  }
   std::string values, colors;
   for (std::size_t i = 0; i < levels.size(); ++i) {
     const Color color = colorAt(static_cast<double>(i) / static_cast<double>(levels.size() - 1));
@@ -199,7 +204,7 @@ std::string legendText(const std::string& title, std::size_t numLevels) {
           "  PoNonLinearValueLegend3 {\n"
           "    start -0.85 -0.98\n    end 0.85 -0.72\n"
           "    incrementType HORIZONTAL_INCREMENT\n    valuePosition POS_BOTTOM\n"
-          "    lowerUpperBoxes FALSE\n"
+          "    lowerUpperBoxes FALSE\n    periodValue 2\n"
        << "    numColumns " << numLevels << "\n"
        << "    titleVisibility VISIBILITY_ON\n    titlePosition POS_TOP\n    titleFontSize 0.065\n    titleString "
        << quoted(title)
@@ -392,10 +397,10 @@ ImportedScene makeScene(Dataset& data) {
     }
   if (meshes.empty()) throw Failure("there is nothing in it that makes a mesh");
   if (origin != Origin{}) {
-    scene.root->addChild(makeOriginNode(origin));
-    std::string text = textOf(origin).substr(7);
+    scene.root->addChild(tool::makeOriginNode(origin));
+    std::string text = tool::textOf(origin).substr(7);
     std::replace(text.begin(), text.end(), ' ', ',');
-    data.note("coordinates are counted from " + text + ", which the node " + kOriginName + " keeps");
+    data.note("coordinates are counted from " + text + ", which the node " + tool::kOriginName + " keeps");
   }
   const auto firstSeries =
       std::stable_partition(meshes.begin(), meshes.end(), [](const BuiltMesh& mesh) { return mesh.dimension != 1; });

@@ -7,7 +7,7 @@
 #include <cmath>
 #include <string_view>
 
-namespace importer {
+namespace tool {
 
 namespace {
 
@@ -58,4 +58,4 @@ std::optional<Origin> findOrigin(SoNode* root) {
   return parseOrigin(static_cast<SoInfo*>(search.getPath()->getTail())->string.getValue().getString());
 }
 
-}  // namespace importer
+}  // namespace tool

@@ -1,5 +1,5 @@
-#ifndef ORMELLE_TOOL_IMPORT_ORIGIN_H
-#define ORMELLE_TOOL_IMPORT_ORIGIN_H
+#ifndef ORMELLE_TOOL_ORIGIN_H
+#define ORMELLE_TOOL_ORIGIN_H
 
 #include <array>
 #include <optional>
@@ -15,7 +15,7 @@ class SoNode;
 ///     DEF OrmelleOrigin Info { string "origin 500000 5200000 0" }
 ///
 /// What is told to users (sizes, picked points) has the origin added back, in double.
-namespace importer {
+namespace tool {
 
 using Origin = std::array<double, 3>;
 
@@ -30,6 +30,6 @@ SoNode* makeOriginNode(const Origin& origin);
 /// The origin that a scene names first; none if it names none.
 std::optional<Origin> findOrigin(SoNode* root);
 
-}  // namespace importer
+}  // namespace tool
 
 #endif
