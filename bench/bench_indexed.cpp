@@ -10,7 +10,7 @@
 
 #include "Workloads.h"
 #include "quillane/mesh/PiConnectivity.h"
-#include "quillane/search/PiCellOctree.h"
+#include "quillane/search/PiCellSearch.h"
 #include "quillane/search/PiOwnerCells.h"
 
 namespace {
@@ -163,9 +163,8 @@ template <class Mesh>
 void octreeBuildOf(benchmark::State& state) {
   const auto mesh = cubeMesh<Mesh>(static_cast<int>(state.range(0)));
   for (auto _ : state) {
-    PiCellOctree octree(PiCellOctree::VOLUME);
-    octree.update(*mesh, 0, nullptr);
-    state.counters["bytes/cell"] = double(octree.tree().memorySize()) / mesh->getNumCells();
+    const auto search = PiCellSearch::make(*mesh, 0);
+    state.counters["bytes/cell"] = double(search->tree()->memorySize()) / mesh->getNumCells();
   }
   state.counters["cells"] = mesh->getNumCells();
 }

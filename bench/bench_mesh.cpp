@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "Workloads.h"
-#include "quillane/search/PiCellOctree.h"
+#include "quillane/search/PiCellSearch.h"
 
 namespace {
 
@@ -68,10 +68,9 @@ void octreeBuild(benchmark::State& state) {
   if (!isIntact(cells)) return state.SkipWithError("the input isn't the one meant");
   const auto mesh = meshOf(cells, 0);
   for (auto _ : state) {
-    PiCellOctree octree(PiCellOctree::VOLUME);
-    octree.update(*mesh, 0, nullptr);
-    state.counters["bytes/cell"] = double(octree.tree().memorySize()) / mesh->getNumCells();
-    state.counters["entries/cell"] = double(octree.tree().numEntries()) / mesh->getNumCells();
+    const auto search = PiCellSearch::make(*mesh, 0);
+    state.counters["bytes/cell"] = double(search->tree()->memorySize()) / mesh->getNumCells();
+    state.counters["entries/cell"] = double(search->tree()->numEntries()) / mesh->getNumCells();
   }
 }
 BENCHMARK(octreeBuild)->Arg(50)->Arg(100)->Unit(benchmark::kMillisecond);
@@ -137,10 +136,9 @@ BENCHMARK(locateInSurface)->ArgName("raised")->Arg(0)->Arg(1)->Unit(benchmark::k
 void surfaceIndexBuild(benchmark::State& state) {
   const PbCartesianGrid2D mesh = surfaceOf(state.range(0) != 0);
   for (auto _ : state) {
-    PiCellOctree octree(PiCellOctree::SURFACE);
-    octree.update(mesh, 0, nullptr);
-    state.counters["bytes/cell"] = double(octree.tree().memorySize()) / mesh.getNumCells();
-    state.counters["entries/cell"] = double(octree.tree().numEntries()) / mesh.getNumCells();
+    const auto search = PiCellSearch::make(mesh, 0);
+    state.counters["bytes/cell"] = double(search->tree()->memorySize()) / mesh.getNumCells();
+    state.counters["entries/cell"] = double(search->tree()->numEntries()) / mesh.getNumCells();
   }
 }
 BENCHMARK(surfaceIndexBuild)->ArgName("raised")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);

@@ -12,6 +12,7 @@
 #include <memory>
 
 class PbCell;
+class PiCellSearch;
 struct PiMeshDataSets;
 
 /// Root of all meshes: nodes, cells, and any number of named sets of values, strings and vectors.
@@ -162,7 +163,8 @@ class ORMELLE_API PbMesh : public PbBase {
   /// Stores the box and marks it valid.
   void setBoundingBox(const SbBox3f& box) const;
   int isBoundingBoxValid() const { return m_isBoundingBoxValid; }
-  /// Forgets boxes. For coordinates that change without a new geometry, as while z is pushed.
+  /// Forgets boxes and the index of the cells. For coordinates that change without a new geometry, as while z is
+  /// pushed.
   void resetBoxes() const;
   /// Starts the comparison of cell boxes anew and marks the result valid.
   void resetCellBoxes() const;
@@ -193,6 +195,7 @@ class ORMELLE_API PbMesh : public PbBase {
   int m_numMeshCells = 0;
 
  private:
+  friend class PiCellSearch;
   friend struct PiMeshDataSets;
 
   mutable SbBox3f m_boundingBox;
@@ -208,6 +211,7 @@ class ORMELLE_API PbMesh : public PbBase {
   unsigned int m_geometryId = 0;
   unsigned int m_topologyId = 0;
   mutable PbArrayOfInt m_adjacentCells;
+  mutable std::shared_ptr<const PiCellSearch> m_search;  // shared with those who still search in it
 };
 
 #endif

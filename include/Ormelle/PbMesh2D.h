@@ -5,7 +5,6 @@
 #include <Ormelle/PbMesh.h>
 #include <Ormelle/PbMeshArray.h>
 
-class PiCellOctree;
 class PiContouring;
 class PoMesh2DVec;
 class PoMeshFilled;
@@ -84,7 +83,6 @@ class ORMELLE_API PbMesh2D : public PbMesh {
   const float* m_zCoord = nullptr;
   const float* m_savedZCoord = nullptr;
   PbMeshArray<float> m_ownZCoord;
-  mutable std::unique_ptr<PiCellOctree> m_octree;
 };
 
 #endif

@@ -3,7 +3,6 @@
 
 #include <Ormelle/PbMesh.h>
 
-class PiCellOctree;
 class PiMeshSkin;
 class PiSkinCache;
 class PoCellFilter;
@@ -61,7 +60,6 @@ class ORMELLE_API PbMesh3D : public PbMesh {
                                             PbArrayOfInt& excluded) const override;
 
  private:
-  mutable std::unique_ptr<PiCellOctree> m_octree;
   mutable std::shared_ptr<PiSkinCache> m_skins;  // shared, so that its type needn't be known where meshes end
 };
 

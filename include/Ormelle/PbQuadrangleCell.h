@@ -26,12 +26,6 @@ class ORMELLE_API PbQuadrangleCell : public PbCell {
   void getWeight(const SbVec3f& pcoord, float* weights) const override;
   /// The derivatives of the weights at `pcoord`: 4 for u, then 4 for v.
   void getDerivs(const SbVec3f& pcoord, float* derivs) const;
-
- private:
-  void computeNormal();
-
-  SbVec3f m_normal{0.0f, 0.0f, 0.0f};  // of unit length; null when the cell has none
-  bool m_isFlat = true;
 };
 
 #endif

@@ -30,16 +30,7 @@ class ORMELLE_API PbTetrahedronCell : public PbCell {
   static void finish();
 
  private:
-  void computeInverse() const;
-
   static PiMarchingTable c_MarchingLookup;
-
-  // pcoord = m_inverse * point + m_origin. The origin is kept in double: far from (0, 0, 0) the two terms nearly
-  // cancel.
-  mutable float m_inverse[3][3] = {};
-  mutable double m_origin[3] = {};
-  mutable bool m_isInverseComputed = false;
-  mutable bool m_isInvertible = false;
 };
 
 #endif

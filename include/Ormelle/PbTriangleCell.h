@@ -21,17 +21,6 @@ class ORMELLE_API PbTriangleCell : public PbCell {
   /// cell wants the point nearer to its plane than a third of the mean length of its edges.
   int locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const override;
   void getWeight(const SbVec3f& pcoord, float* weights) const override;
-
- private:
-  void computeInverse();
-
-  // The triangle is located in its projection along the dominant axis of its normal, on the two axes that are left.
-  float m_inverse[2][2] = {};
-  int m_axes[2] = {0, 1};
-  SbVec3f m_normal{0.0f, 0.0f, 0.0f};
-  float m_maxDistance = 0.0f;
-  bool m_isInvertible = false;
-  bool m_isFlat = true;
 };
 
 #endif

@@ -6,22 +6,10 @@
 #include <cmath>
 
 #include "quillane/cell/PiCellTopology.h"
+#include "quillane/cell/PiLocate.h"
 #include "quillane/cell/PiShapeFunctions.h"
 
 namespace {
-
-// The location along the first `numAxes` axes.
-int locate(const SbVec3f& origin, const SbVec3f& size, int numAxes, const SbVec3f& point, float tolerance,
-           SbVec3f& pcoord) {
-  for (int axis = 0; axis < numAxes; ++axis)
-    if (size[axis] == 0.0f || !std::isfinite(size[axis])) return 0;
-  int isInside = 1;
-  for (int axis = 0; axis < 3; ++axis) {
-    pcoord[axis] = axis < numAxes ? (point[axis] - origin[axis]) / size[axis] : 0.0f;
-    isInside = isInside && isInUnitInterval(pcoord[axis], tolerance);
-  }
-  return isInside;
-}
 
 template <class Value>
 Value bilinear(const SbVec3f& pcoord, const Value* values, const int* nodes) {
@@ -54,7 +42,7 @@ int PbPixelCell::set(int index, const int* nodes, float xmin, float ymin, float 
 float PbPixelCell::getArea() const { return areNodesFinite() ? std::fabs(m_size[0] * m_size[1]) : 0.0f; }
 
 int PbPixelCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-  return locate(m_origin, m_size, 2, point, tolerance, pcoord);
+  return locateInBox(m_origin, m_size, 2, point, tolerance, pcoord) == PiPlace::INSIDE;
 }
 
 void PbPixelCell::getWeight(const SbVec3f& pcoord, float* weights) const {
@@ -89,7 +77,7 @@ int PbVoxelCell::set(int index, const int* nodes, float xmin, float ymin, float 
 float PbVoxelCell::getVolume() const { return areNodesFinite() ? std::fabs(m_size[0] * m_size[1] * m_size[2]) : 0.0f; }
 
 int PbVoxelCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-  return locate(m_origin, m_size, 3, point, tolerance, pcoord);
+  return locateInBox(m_origin, m_size, 3, point, tolerance, pcoord) == PiPlace::INSIDE;
 }
 
 void PbVoxelCell::getWeight(const SbVec3f& pcoord, float* weights) const {

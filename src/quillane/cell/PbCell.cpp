@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "quillane/cell/PiCellTopology.h"
+#include "quillane/cell/PiLocate.h"
 
 namespace {
 
@@ -98,15 +99,7 @@ void PbCell::getNodesLocalIndexOfFacet(int facet, PbArrayOfInt& nodes) const {
 
 // ---- Measures
 
-float PbCell::getLongestEdgeLength() const {
-  double longest = 0.0;  // squared, in double: it neither vanishes nor overflows
-  for (const auto& [first, second] : m_topology->edges) {
-    const SbVec3d edge = SbVec3d(m_nodes[second]) - SbVec3d(m_nodes[first]);
-    const double squared = edge.sqrLength();
-    if (std::isfinite(squared)) longest = std::max(longest, squared);
-  }
-  return static_cast<float>(std::sqrt(longest));
-}
+float PbCell::getLongestEdgeLength() const { return longestEdgeOf(m_topology->edges, m_nodes); }
 
 SbBox3f PbCell::getBoundingBox() const {
   SbVec3f low(FLT_MAX, FLT_MAX, FLT_MAX), high(-FLT_MAX, -FLT_MAX, -FLT_MAX);

@@ -8,17 +8,6 @@
 #include "quillane/cell/PiLocate.h"
 #include "quillane/cell/PiShapeFunctions.h"
 
-namespace {
-
-template <class Shape>
-int locate(const SbVec3f* nodes, const SbVec3f& point, float tolerance, SbVec3f& pcoord) {
-  SbVec3f fromPoint[Shape::numNodes];
-  for (int node = 0; node < Shape::numNodes; ++node) fromPoint[node] = nodes[node] - point;
-  return locateByNewton<Shape>(fromPoint, tolerance, pcoord);
-}
-
-}  // namespace
-
 const int (&PbHexahedronCell::c_edgeNodes)[12][2] = PiTopology::kHexahedronEdges;
 
 PbHexahedronCell::PbHexahedronCell(const PbMesh* mesh) : PbCell(mesh, PiTopology::kHexahedron) {}
@@ -29,7 +18,7 @@ int PbHexahedronCell::set(int index, const int* nodes, const float* x, const flo
 }
 
 int PbHexahedronCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-  return locate<PiHexahedronShape>(m_nodes, point, tolerance, pcoord);
+  return locateByNewton<PiHexahedronShape>(m_nodes, point, tolerance, pcoord) == PiPlace::INSIDE;
 }
 
 void PbHexahedronCell::getWeight(const SbVec3f& pcoord, float* weights) const {
@@ -50,7 +39,7 @@ int PbWedgeCell::set(int index, const int* nodes, const float* x, const float* y
 }
 
 int PbWedgeCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-  return locate<PiWedgeShape>(m_nodes, point, tolerance, pcoord);
+  return locateByNewton<PiWedgeShape>(m_nodes, point, tolerance, pcoord) == PiPlace::INSIDE;
 }
 
 void PbWedgeCell::getWeight(const SbVec3f& pcoord, float* weights) const { PiWedgeShape::weights(pcoord, weights); }
@@ -67,14 +56,7 @@ int PbPyramidCell::set(int index, const int* nodes, const float* x, const float*
 }
 
 int PbPyramidCell::locatePoint(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-  if (locate<PiPyramidShape>(m_nodes, point, tolerance, pcoord)) return 1;
-  // At the apex all u and v are one point, so the Jacobian is singular there and the iteration fails.
-  const SbVec3f& apex = m_nodes[4];
-  float extent = 0.0f;
-  for (int node = 0; node < 4; ++node) extent = std::max(extent, maxAbs(m_nodes[node] - apex));
-  if (!(maxAbs(point - apex) <= kInversionError * extent) || getVolume() == 0.0f) return 0;
-  pcoord.setValue(0.5f, 0.5f, 1.0f);
-  return PiPyramidShape::isInside(pcoord, tolerance);
+  return locateByNewton<PiPyramidShape>(m_nodes, point, tolerance, pcoord) == PiPlace::INSIDE;
 }
 
 void PbPyramidCell::getWeight(const SbVec3f& pcoord, float* weights) const { PiPyramidShape::weights(pcoord, weights); }

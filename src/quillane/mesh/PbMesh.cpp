@@ -193,6 +193,7 @@ void PbMesh::setBoundingBox(const SbBox3f& box) const {
 void PbMesh::resetBoxes() const {
   m_isBoundingBoxValid = 0;
   m_areCellBoxesValid = 0;
+  m_search.reset();
 }
 
 void PbMesh::setCounts(int numNodes, int numCells, int isTopologyNew) {

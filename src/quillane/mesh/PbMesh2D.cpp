@@ -5,11 +5,11 @@
 #include <vector>
 
 #include "quillane/mesh/PiCellSum.h"
-#include "quillane/search/PiCellOctree.h"
+#include "quillane/search/PiCellSearch.h"
 
 PbMesh2D::PbMesh2D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}
 
-PbMesh2D::PbMesh2D(const PbMesh2D& other) : PbMesh(other), m_ownZCoord(other.m_ownZCoord), m_octree(nullptr) {
+PbMesh2D::PbMesh2D(const PbMesh2D& other) : PbMesh(other), m_ownZCoord(other.m_ownZCoord) {
   m_zCoord = m_savedZCoord = m_ownZCoord.get();
 }
 
@@ -17,7 +17,6 @@ PbMesh2D& PbMesh2D::operator=(const PbMesh2D& other) {
   if (this == &other) return *this;
   m_ownZCoord = other.m_ownZCoord;
   m_zCoord = m_savedZCoord = m_ownZCoord.get();
-  m_octree.reset();
   PbMesh::operator=(other);
   return *this;
 }
@@ -73,7 +72,6 @@ const PbCell* PbMesh2D::findContainingCellProtected(const SbVec3f&, float, SbVec
 }
 
 const PbCell* PbMesh2D::findFirstContainingCell(const SbVec3f& point, float tolerance, SbVec3f& pcoord) const {
-  if (!m_octree) m_octree = std::make_unique<PiCellOctree>(PiCellOctree::SURFACE);
-  m_octree->update(*this, tolerance, m_zCoord);
-  return m_octree->find(*this, point, tolerance, pcoord, PbArrayOfInt());
+  PiPlainCell found;
+  return PiCellSearch::of(*this, tolerance)->find(point, tolerance, found, pcoord) ? getCell(found.index()) : nullptr;
 }

@@ -2,15 +2,13 @@
 #include <Ormelle/PbMesh3D.h>
 
 #include "quillane/mesh/PiCellSum.h"
-#include "quillane/search/PiCellOctree.h"
+#include "quillane/search/PiCellSearch.h"
 
 PbMesh3D::PbMesh3D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}
 
-PbMesh3D::PbMesh3D(const PbMesh3D& other) : PbMesh(other), m_octree(nullptr), m_skins(nullptr) {}
+PbMesh3D::PbMesh3D(const PbMesh3D& other) : PbMesh(other), m_skins(nullptr) {}
 
 PbMesh3D& PbMesh3D::operator=(const PbMesh3D& other) {
-  if (this == &other) return *this;
-  m_octree.reset();
   PbMesh::operator=(other);
   return *this;
 }
@@ -30,8 +28,7 @@ float PbMesh3D::getVolume() const { return sumOverCells(*this, &PbCell::getVolum
 float PbMesh3D::getArea() const { return 0; }
 
 const PbCell* PbMesh3D::findContainingCellProtected(const SbVec3f& point, float tolerance, SbVec3f& pcoord,
-                                                    PbArrayOfInt& excluded) const {
-  if (!m_octree) m_octree = std::make_unique<PiCellOctree>(PiCellOctree::VOLUME);
-  m_octree->update(*this, tolerance, nullptr);
-  return m_octree->find(*this, point, tolerance, pcoord, excluded);
+                                                    PbArrayOfInt&) const {
+  PiPlainCell found;
+  return PiCellSearch::of(*this, tolerance)->find(point, tolerance, found, pcoord) ? getCell(found.index()) : nullptr;
 }

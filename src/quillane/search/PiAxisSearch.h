@@ -19,4 +19,10 @@ inline int findAxisInterval(const float* axis, int num, float c) {
   return low;
 }
 
+/// The same for cells: the last node belongs to none.
+inline int findAxisCell(const float* axis, int num, float c) {
+  const int interval = findAxisInterval(axis, num, c);
+  return interval < num - 1 ? interval : -1;
+}
+
 #endif

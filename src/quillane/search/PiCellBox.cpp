@@ -1,11 +1,12 @@
 #include "quillane/search/PiCellBox.h"
 
 #include <Inventor/SbVec3d.h>
-#include <Ormelle/PbCell.h>
 
 #include <algorithm>
 #include <cmath>
 #include <limits>
+
+#include "quillane/cell/PiPlainCell.h"
 
 namespace {
 
@@ -16,10 +17,10 @@ double reachOf(double t) { return 3 * t + 6 * t * t + 4 * t * t * t; }
 
 // The nodes of a cell, and their box.
 struct Nodes {
-  explicit Nodes(const PbCell& cell) : num(cell.getNumNodes()) {
+  explicit Nodes(const PiPlainCell& cell) : num(cell.numNodes()) {
     float sum = 0;  // becomes NaN when a coordinate isn't finite
     for (int n = 0; n < num; ++n) {
-      const SbVec3f node = cell.getNodeCoord(n);
+      const SbVec3f& node = cell.point(n);
       for (int a = 0; a < 3; ++a) {
         coords[n][a] = node[a];
         low[a] = n == 0 ? node[a] : std::min(low[a], node[a]);
@@ -96,17 +97,11 @@ void raise(const Nodes& nodes, double tolerance, PiBoxTree::Box& box) {
 
 }  // namespace
 
-bool findVolumeCellBox(const PbCell& cell, double tolerance, PiBoxTree::Box& box) {
+bool findCellBox(const PiPlainCell& cell, double tolerance, PiBoxTree::Box& box) {
   const Nodes nodes(cell);
   if (!nodes.isFinite) return false;
   widen(nodes, tolerance, box);
-  return true;
-}
-
-bool findSurfaceCellBox(const PbCell& cell, double tolerance, PiBoxTree::Box& box) {
-  const Nodes nodes(cell);
-  if (!nodes.isFinite) return false;
-  widen(nodes, tolerance, box);
+  if (!cell.isSurface()) return true;
   if (nodes.low[2] < nodes.high[2]) {
     raise(nodes, tolerance, box);
   } else {

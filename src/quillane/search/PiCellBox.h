@@ -3,14 +3,11 @@
 
 #include "quillane/search/PiBoxTree.h"
 
-class PbCell;
+class PiPlainCell;
 
-/// Boxes round all points that the location in a cell accepts with the given tolerance, rounding included. They return
-/// false for a cell that accepts no point, since a coordinate isn't finite.
-/// @{
-bool findVolumeCellBox(const PbCell& cell, double tolerance, PiBoxTree::Box& box);
-/// Surface cells also accept points off the surface: any z if all nodes have one z, else what is near along the normal.
-bool findSurfaceCellBox(const PbCell& cell, double tolerance, PiBoxTree::Box& box);
-/// @}
+/// Box round all points that the location in a cell accepts with the given tolerance, rounding included. Surface cells
+/// also accept points off the surface: any z if all nodes have one z, else what is near along the normal. False for a
+/// cell that accepts no point, since a coordinate isn't finite.
+bool findCellBox(const PiPlainCell& cell, double tolerance, PiBoxTree::Box& box);
 
 #endif

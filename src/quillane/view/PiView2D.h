@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "quillane/mesh/PiRegularAxis.h"
+#include "quillane/search/PiAxisSearch.h"
 
 /// The nodes of one cell, in cell order.
 struct PiCellNodes {
@@ -47,16 +48,19 @@ concept PiView2D = requires(const V view, int node, void (*useCell)(const PiCell
 template <class V>
 concept PiGridView = PiView2D<V> && V::isGrid;
 
-/// A grid of `numX()` rows of `numY()` nodes. `Coords` is a callable from (i, j) to SbVec2f.
+/// A grid of `numX()` rows of `numY()` nodes. `Coords` is a callable from (i, j) to SbVec2f; its `areAxes` tells that
+/// each coordinate depends on one index alone.
 template <class Coords>
 class PiGridView2D {
  public:
   static constexpr bool isGrid = true;
+  static constexpr bool areAxes = Coords::areAxes;
 
   /// `z` holds one float a node, or is null.
   PiGridView2D(int numX, int numY, Coords coords, const float* z)
       : m_numX(numX), m_numY(numY), m_coords(std::move(coords)), m_z(z) {}
 
+  const Coords& coords() const { return m_coords; }
   int numX() const { return m_numX; }
   int numY() const { return m_numY; }
   int numNodes() const { return m_numX * m_numY; }
@@ -97,25 +101,33 @@ class PiGridView2D {
 
 /// Coordinates of one array element a node.
 struct PiNodeCoords2D {
+  static constexpr bool areAxes = false;
   const float *x, *y;
   int numY;
   SbVec2f operator()(int i, int j) const { return SbVec2f(x[i * numY + j], y[i * numY + j]); }
 };
 
-/// Coordinates of one array an axis.
+/// Coordinates of one array an axis. `cellOf` is the index along an axis of `num` nodes of the interval that holds `c`,
+/// or -1.
 struct PiAxisCoords2D {
+  static constexpr bool areAxes = true;
   const float *x, *y;
+  int cellOf(int axis, float c, int num) const { return findAxisCell(axis == 0 ? x : y, num, c); }
   SbVec2f operator()(int i, int j) const { return SbVec2f(x[i], y[j]); }
 };
 
 struct PiRegularCoords2D {
+  static constexpr bool areAxes = true;
   PiRegularAxis x, y;
+  int cellOf(int axis, float c, int) const { return (axis == 0 ? x : y).cellOf(c); }
   SbVec2f operator()(int i, int j) const { return SbVec2f(x.coord(i), y.coord(j)); }
 };
 
 /// Radii and angles; the sine and cosine of each angle are computed once.
 class PiPolarCoords2D {
  public:
+  static constexpr bool areAxes = false;
+
   PiPolarCoords2D(const float* radius, const float* angle, int numAngles) : m_radius(radius), m_directions(numAngles) {
     for (int j = 0; j < numAngles; ++j) m_directions[j].setValue(std::cos(angle[j]), std::sin(angle[j]));
   }

@@ -21,6 +21,7 @@
 #include "quillane/cell/PiCellTopology.h"
 #include "quillane/mesh/PiConnectivity.h"
 #include "quillane/mesh/PiRegularAxis.h"
+#include "quillane/search/PiAxisSearch.h"
 
 /// A mesh of `numNodes()` nodes and `numCells()` solid cells. `forEachCell(use)` calls `use(cell, nodes)` for every
 /// cell that has a kind, by rising index, with its nodes in cell order as a span: 4, 5, 6 or 8 of them.
@@ -71,6 +72,7 @@ class PiGridView3D {
   PiGridView3D(const PiGridShape& shape, Coords coords) : m_shape(shape), m_coords(std::move(coords)) {}
 
   const PiGridShape& shape() const { return m_shape; }
+  const Coords& coords() const { return m_coords; }
   int numNodes() const { return m_shape.numNodes(); }
   int numCells() const { return m_shape.numCells(); }
   SbVec3f point(int i, int j, int k) const { return m_coords(i, j, k); }
@@ -128,16 +130,19 @@ struct PiNodeCoords3D {
   }
 };
 
-/// Coordinates of one array an axis.
+/// Coordinates of one array an axis. `cellOf` is the index along an axis of `num` nodes of the interval that holds `c`,
+/// or -1.
 struct PiAxisCoords3D {
   static constexpr bool areAxes = true;
   const float *x, *y, *z;
+  int cellOf(int axis, float c, int num) const { return findAxisCell(axis == 0 ? x : axis == 1 ? y : z, num, c); }
   SbVec3f operator()(int i, int j, int k) const { return SbVec3f(x[i], y[j], z[k]); }
 };
 
 struct PiRegularCoords3D {
   static constexpr bool areAxes = true;
   PiRegularAxis x, y, z;
+  int cellOf(int axis, float c, int) const { return (axis == 0 ? x : axis == 1 ? y : z).cellOf(c); }
   SbVec3f operator()(int i, int j, int k) const { return SbVec3f(x.coord(i), y.coord(j), z.coord(k)); }
 };
 
