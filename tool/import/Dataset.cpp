@@ -173,7 +173,7 @@ void Dataset::note(const std::string& sentence) {
 }
 
 void check(const Dataset& data) {
-  if (data.pieces.empty()) throw Failure("there is no data in it");
+  if (data.pieces.empty() && !data.chart) throw Failure("there is no data in it");
   for (const Piece& piece : data.pieces) {
     for (const int dim : piece.dims)
       if (dim < 1) throw Failure("its grid has no nodes");

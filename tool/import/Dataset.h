@@ -4,10 +4,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "Chart.h"
 
 namespace importer {
 
@@ -94,6 +97,8 @@ struct Piece {
 /// What a reader found in a file. Several pieces share one space.
 struct Dataset {
   std::vector<Piece> pieces;
+  /// Of a table: what is shown then, without any piece.
+  std::optional<Chart> chart;
   /// One sentence each, without a full stop, for what the file has and the scene has not, or not in the same form:
   /// "3 quadratic cells were cut to their corners".
   std::vector<std::string> notes;

@@ -19,6 +19,21 @@ namespace {
 #else
 #define IMPORT_WITH_VTK(read) nullptr
 #endif
+#ifdef ORMELLE_IMPORT_HAS_TINYOBJ
+#define IMPORT_WITH_TINYOBJ(read) read
+#else
+#define IMPORT_WITH_TINYOBJ(read) nullptr
+#endif
+#ifdef ORMELLE_IMPORT_HAS_GMSH
+#define IMPORT_WITH_GMSH(read) read
+#else
+#define IMPORT_WITH_GMSH(read) nullptr
+#endif
+#ifdef ORMELLE_IMPORT_HAS_NETCDF
+#define IMPORT_WITH_NETCDF(read) read
+#else
+#define IMPORT_WITH_NETCDF(read) nullptr
+#endif
 
 constexpr const char* kVtk = "ORMELLE_IMPORT_VTK";
 
@@ -26,6 +41,12 @@ constexpr std::array kReaders{
     Reader{"legacy VTK file", ".vtk", isVtkLegacy, IMPORT_WITH_VTK(readVtkLegacy), kVtk},
     Reader{"VTK XML file", ".vtu .vtp .vti .vtr .vts .vtm .pvtu .pvtp .pvti .pvtr .pvts", isVtkXml,
            IMPORT_WITH_VTK(readVtkXml), kVtk},
+    Reader{"Gmsh file", ".msh", isGmsh, IMPORT_WITH_GMSH(readGmsh), "ORMELLE_IMPORT_GMSH"},
+    Reader{"NetCDF file", ".nc .nc4 .cdf", isNetcdf, IMPORT_WITH_NETCDF(readNetcdf), "ORMELLE_IMPORT_NETCDF"},
+    Reader{"PLY file", ".ply", isPly, IMPORT_WITH_VTK(readPly), kVtk},
+    Reader{"OBJ file", ".obj", nullptr, IMPORT_WITH_TINYOBJ(readObj), "ORMELLE_IMPORT_TINYOBJ"},
+    Reader{"STL file", ".stl", nullptr, IMPORT_WITH_VTK(readStl), kVtk},
+    Reader{"table", ".csv .tsv", nullptr, readCsv, nullptr},
 };
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
@@ -57,6 +78,15 @@ bool isVtkXml(std::string_view head) {
   return start != std::string_view::npos && head.find_first_not_of(" \t\r\n\xef\xbb\xbf") == start &&
          head.find("<VTKFile") != std::string_view::npos;
 }
+
+bool isGmsh(std::string_view head) { return head.starts_with("$MeshFormat"); }
+
+bool isNetcdf(std::string_view head) {
+  return head.starts_with("CDF\x01") || head.starts_with("CDF\x02") || head.starts_with("CDF\x05") ||
+         head.starts_with("\x89HDF\r\n\x1a\n");
+}
+
+bool isPly(std::string_view head) { return head.starts_with("ply\n") || head.starts_with("ply\r"); }
 
 std::span<const Reader> readers() { return kReaders; }
 

@@ -35,6 +35,25 @@ bool isVtkXml(std::string_view head);
 Dataset readVtkLegacy(const std::string& file);
 Dataset readVtkXml(const std::string& file);
 
+// read_gmsh.cpp
+bool isGmsh(std::string_view head);
+Dataset readGmsh(const std::string& file);
+
+// read_netcdf.cpp
+bool isNetcdf(std::string_view head);
+Dataset readNetcdf(const std::string& file);
+
+// read_surface.cpp
+bool isPly(std::string_view head);
+Dataset readPly(const std::string& file);
+Dataset readStl(const std::string& file);
+
+// read_obj.cpp
+Dataset readObj(const std::string& file);
+
+// read_csv.cpp
+Dataset readCsv(const std::string& file);
+
 }  // namespace importer
 
 #endif

@@ -383,6 +383,11 @@ std::string summaryOf(const BuiltMesh& mesh) {
 }  // namespace
 
 ImportedScene makeScene(Dataset& data) {
+  if (data.chart) {
+    const ChartScene chart = makeChartScene(*data.chart);
+    for (const std::string& note : chart.notes) data.note(note);
+    return {chart.root, {chart.summary}};
+  }
   const Origin origin = originFor(data);
   ImportedScene scene;
   scene.root = new SoSeparator;

@@ -30,6 +30,7 @@
 #include <map>
 
 #include "Readers.h"
+#include "read_vtk.h"
 
 namespace importer {
 
@@ -542,13 +543,13 @@ std::string nameOfBlock(vtkCompositeDataIterator* block, const std::string& name
   return own && *own ? own : name + " " + std::to_string(number);
 }
 
-template <class Reader>
-Dataset readBy(Reader* reader, const std::string& file) {
+}  // namespace
+
+Dataset readByVtk(vtkAlgorithm& reader, const std::string& file) {
   const auto errors = vtkSmartPointer<ErrorCatcher>::New();
   vtkOutputWindow::SetInstance(errors);
-  reader->SetFileName(file.c_str());
-  reader->Update();
-  vtkDataObject* output = reader->GetOutput();
+  reader.Update();
+  vtkDataObject* output = reader.GetOutputDataObject(0);
   if (errors->hasError()) throw Failure(errors->sentence());
   if (!output) throw Failure("VTK can't read it");
 
@@ -571,8 +572,6 @@ Dataset readBy(Reader* reader, const std::string& file) {
   return data;
 }
 
-}  // namespace
-
 Dataset readVtkLegacy(const std::string& file) {
   const auto reader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   reader->ReadAllScalarsOn();
@@ -582,12 +581,14 @@ Dataset readVtkLegacy(const std::string& file) {
   reader->ReadAllColorScalarsOn();
   reader->ReadAllTCoordsOn();
   reader->ReadAllFieldsOn();
-  return readBy(reader.Get(), file);
+  reader->SetFileName(file.c_str());
+  return readByVtk(*reader, file);
 }
 
 Dataset readVtkXml(const std::string& file) {
   const auto reader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
-  return readBy(reader.Get(), file);
+  reader->SetFileName(file.c_str());
+  return readByVtk(*reader, file);
 }
 
 }  // namespace importer
