@@ -40,6 +40,22 @@ void noteReadError(const SoError* error, void*) {
 
 void dropError(const SoError*, void*) {}
 
+// Listens to the toolkit's complaints while a scene is read.
+class ReadErrors {
+ public:
+  ReadErrors() : m_handler(SoReadError::getHandlerCallback()), m_data(SoReadError::getHandlerData()) {
+    g_firstReadError.clear();
+    SoReadError::setHandlerCallback(noteReadError, nullptr);
+  }
+  ~ReadErrors() { SoReadError::setHandlerCallback(m_handler, m_data); }
+  ReadErrors(const ReadErrors&) = delete;
+  ReadErrors& operator=(const ReadErrors&) = delete;
+
+ private:
+  SoErrorCB* m_handler;
+  void* m_data;
+};
+
 // "Coin read error: Expected '}'\n\tOccurred at line   3 in x.iv" as part of one of our sentences.
 std::string condensed(const std::string& message) {
   std::string text;
@@ -165,7 +181,7 @@ NodePtr::~NodePtr() {
 void startLibrary() {
   useInstalledFonts();
   PoOrmelle::init();
-  SoReadError::setHandlerCallback(noteReadError, nullptr);
+  SoReadError::setHandlerCallback(dropError, nullptr);
   SoDebugError::setHandlerCallback(dropError, nullptr);
   SoMemoryError::setHandlerCallback(dropError, nullptr);
 }
@@ -179,7 +195,7 @@ Scene readScene(const std::string& file) {
 
   const std::uintmax_t size = std::filesystem::file_size(file, problem);
   GuardedInput in(problem ? 0 : size);
-  g_firstReadError.clear();
+  const ReadErrors listening;
   if (!in.openFile(file.c_str(), TRUE)) throw Failure(file + ": " + std::strerror(errno ? errno : EACCES));
   if (!in.isValidFile()) throw Failure(file + ": this is not a scene file of the toolkit");
   const std::string directory = std::filesystem::path(file).parent_path().string();
