@@ -103,9 +103,9 @@ class Fields(unittest.TestCase):
         curve.point = np.zeros((0, 2))
         self.assertEqual(curve.point.getNum(), 0)
         legend = ormelle.PoLinearValueLegend(start=(1, 2), titleString="m")
-        self.assertEqual(legend.start.getValue().getValue(), (1, 2))
+        self.assertEqual(list(legend.start.getValue().getValue()), [1, 2])
         legend.start = coin.SbVec2f(3, 4)
-        self.assertEqual(legend.start.getValue().getValue(), (3, 4))
+        self.assertEqual(list(legend.start.getValue().getValue()), [3, 4])
         table = ormelle.PoNonLinearDataMapping2(value=[1, 2], color=["#ff0000", (0, 0, 1)])
         self.assertEqual(table.color[1].getValue(), (0, 0, 1))
         kit.appearance.drawStyle.lineWidth = 3
