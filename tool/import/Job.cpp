@@ -58,15 +58,18 @@ Outcome importFile(const std::string& file, std::FILE* out, bool isBinary) {
 }
 
 std::string currentProblem() {
+  std::string text = "its reader failed";
   try {
     throw;
   } catch (const std::bad_alloc&) {
-    return "there is not enough memory to read it";
+    text = "there is not enough memory to read it";
   } catch (const std::exception& problem) {
-    return problem.what();
-  } catch (...) {
-    return "its reader failed";
+    text = problem.what();
+  } catch (...) {  // which has nothing to say
   }
+  for (char& c : text)  // names that damaged files hold
+    if (static_cast<unsigned char>(c) < 32 || c == 127) c = '?';
+  return text;
 }
 
 void limitProcess(unsigned long megabytes, unsigned long seconds) {

@@ -273,29 +273,36 @@ PoMeshProperty* makeCells(const Piece& piece, const Part& part, const Origin& or
   return makeVolume<PoIndexedMesh3D>(xyz, numNodes, numCells, nodes, part.sizes.data());
 }
 
-// Shapes of the toolkit for the lines, or else the points of a piece.
+// Shapes of the toolkit for the lines, or else the points of a piece. Those that aren't finite are left out, which the
+// toolkit's files couldn't hold.
 SoNode* makeLines(const Piece& piece, const Part& part, const Origin& origin) {
   std::vector<SbVec3f> points;
-  std::vector<int32_t> indices;
-  const bool isLine = part.dimension == 1;
-  const auto add = [&](int node) {
-    const Point& point = piece.points[sizeOf(node)];
-    points.emplace_back(relative(point[0], origin[0]), relative(point[1], origin[1]), relative(point[2], origin[2]));
-  };
-  for (const int node : part.sources.nodes) add(node);
-  for (std::size_t i = 0; isLine && i + 1 < part.nodes.size(); i += 2)
-    indices.insert(indices.end(), {part.nodes[i], part.nodes[i + 1], -1});
+  std::vector<int32_t> places, indices;
+  for (const int node : part.sources.nodes) {
+    SbVec3f point;
+    bool isFinite = true;
+    for (std::size_t axis = 0; axis < 3; ++axis) {
+      point[intOf(axis)] = relative(piece.points[sizeOf(node)][axis], origin[axis]);
+      isFinite = isFinite && std::isfinite(point[intOf(axis)]);
+    }
+    places.push_back(isFinite ? intOf(points.size()) : -1);
+    if (isFinite) points.push_back(point);
+  }
   auto* group = new SoGroup;
   auto* coordinates = new SoCoordinate3;
   group->addChild(coordinates);
   coordinates->point.setValues(0, intOf(points.size()), points.data());
-  if (isLine) {
-    auto* lines = new SoIndexedLineSet;
-    group->addChild(lines);
-    lines->coordIndex.setValues(0, intOf(indices.size()), indices.data());
-  } else {
+  if (part.dimension == 0) {
     group->addChild(new SoPointSet);
+    return group;
   }
+  for (std::size_t i = 0; i + 1 < part.nodes.size(); i += 2) {
+    const int from = places[sizeOf(part.nodes[i])], to = places[sizeOf(part.nodes[i + 1])];
+    if (from >= 0 && to >= 0) indices.insert(indices.end(), {from, to, -1});
+  }
+  auto* lines = new SoIndexedLineSet;
+  group->addChild(lines);
+  lines->coordIndex.setValues(0, intOf(indices.size()), indices.data());
   return group;
 }
 
@@ -389,10 +396,9 @@ std::vector<BuiltMesh> buildCells(const Piece& piece, const Origin& origin, Data
   for (const int dimension : {3, 2, 1, 0}) {
     Part& part = parts[sizeOf(dimension)];
     if (part.sizes.empty()) continue;
-    const char* one = dimension == 1 ? "line" : "point";
-    const char* many = dimension == 1 ? "lines" : "points";
     if (dimension < 2 && hasMesh) {
-      data.note(counted(part.sizes.size(), one, many) + " beside the cells were left out");
+      data.note(dimension == 1 ? counted(part.sizes.size(), "line was", "lines were") + " left out beside the cells"
+                               : counted(part.sizes.size(), "point was", "points were") + " left out beside the cells");
       continue;
     }
     takeNodes(part, piece.points.size(), dimension == 2 ? isMixed : dimension < 2);
@@ -408,7 +414,8 @@ std::vector<BuiltMesh> buildCells(const Piece& piece, const Origin& origin, Data
       mesh.node = makeLines(piece, part, origin);
       const std::size_t numSets = piece.scalars.size() + piece.vectors.size() + piece.strings.size();
       if (numSets > 0)
-        data.note("the values of " + std::string(many) + " (" + counted(numSets, "set", "sets") + ") were left out");
+        data.note(std::string("the values of ") + (dimension == 1 ? "lines" : "points") + " (" +
+                  counted(numSets, "set", "sets") + ") were left out");
     } else {
       PoMeshProperty* node = makeCells(piece, part, origin);
       mesh.node = node;

@@ -107,8 +107,7 @@ bool isReadable(const std::string& scene) {
     importFile(file, out, false);
     ending = std::fclose(out) == 0 && isReadable(scene) ? SCENE : UNREADABLE;
   } catch (...) {
-    const std::string problem = currentProblem();
-    if (problem.empty() || problem.find('\n') != std::string::npos) ending = NO_SENTENCE;
+    if (currentProblem().empty()) ending = NO_SENTENCE;
   }
   _exit(ending);
 }

@@ -31,6 +31,7 @@
 
 #include "Readers.h"
 #include "read_vtk.h"
+#include "read_vtk_guard.h"
 
 namespace importer {
 
@@ -586,6 +587,7 @@ Dataset readVtkLegacy(const std::string& file) {
 }
 
 Dataset readVtkXml(const std::string& file) {
+  refuseLies(file);
   const auto reader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
   reader->SetFileName(file.c_str());
   return readByVtk(*reader, file);

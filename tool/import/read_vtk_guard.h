@@ -1,0 +1,14 @@
+#ifndef ORMELLE_TOOL_IMPORT_READ_VTK_GUARD_H
+#define ORMELLE_TOOL_IMPORT_READ_VTK_GUARD_H
+
+#include <string>
+
+namespace importer {
+
+/// Throws Failure if an XML file of VTK announces what it can't hold: VTK's reader would make room for it, or count up
+/// to it, for minutes.
+void refuseLies(const std::string& file);
+
+}  // namespace importer
+
+#endif
