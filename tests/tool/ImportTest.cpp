@@ -256,8 +256,17 @@ TEST_F(Import, RefusesBrokenFilesOfVtk) {
   writeFile("node.vtu", changed("5 6 7 10", "5 6 7 1000"));
   writeFile("text.vtk", "# vtk DataFile Version 3.0\nnothing\nASCII\n");
   writeFile("text.vtu", "no XML");
+  const std::string legacy = importSamples()[2].bytes;
+  writeFile("cut_points.vtk", legacy.substr(0, legacy.find("0 1 1 1 1 2")));
+  writeFile("cut_values.vtk", legacy.substr(0, legacy.size() - 5));
+  writeFile("word.vtk", std::string(legacy).replace(legacy.find("1 2 3 4 5 6"), 1, "x"));
+  writeFile("count.vtk", std::string(legacy).replace(legacy.find("POINTS 8"), 8, "POINTS 99999999999"));
   const std::size_t before = countFiles();
-  for (const auto& [file, part] : {std::pair{"cut.vtu", "VTK can't read it"},
+  for (const auto& [file, part] : {std::pair{"cut_points.vtk", "breaks off in its POINTS"},
+                                   {"cut_values.vtk", "breaks off in its FIELD"},
+                                   {"word.vtk", "a number of its FIELD is none"},
+                                   {"count.vtk", "a count in its POINTS can't be true"},
+                                   {"cut.vtu", "VTK can't read it"},
                                    {"components.vtu", "can't be true"},
                                    {"points.vtu", "can't be true"},
                                    {"fewer.vtu", ""},

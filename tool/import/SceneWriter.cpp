@@ -194,18 +194,30 @@ SoCamera* makeSolidCamera(const Box& box, int upAxis) {
 
 // ---- Meshes ---------------------------------------------------------------------------------------------------------
 
-std::string legendText(const std::string& title, std::size_t numLevels) {
+// Numbers of usual size are written in full, with the decimals of their step.
+std::string formatText(const std::vector<double>& levels) {
+  const double size = std::max(std::abs(levels.front()), std::abs(levels.back()));
+  const double step = levels[1] - levels[0];
+  if (size >= 1e6 || step < 1e-4) return {};
+  const int decimals = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
+  const bool isBetween = std::abs(step * std::pow(10.0, decimals) - std::round(step * std::pow(10.0, decimals))) > 1e-6;
+  return "PoNumericDisplayFormat { formatType FLOAT_FORMAT numDecimal " +
+         std::to_string(decimals + (isBetween ? 1 : 0)) + " }\n";
+}
+
+std::string legendText(const std::string& title, const std::vector<double>& levels) {
   std::ostringstream text;
   text << "Annotation {\n"
           "  OrthographicCamera { position 0 0 1 nearDistance 0.5 farDistance 1.5 height 2 }\n"
           "  LightModel { model BASE_COLOR }\n"
           "  BaseColor { rgb 0.13 0.15 0.18 }\n"
           "  PoMiscTextAttr { fontName \"DejaVu Sans\" lineLength 0 endLineChar 10 }\n"
-          "  PoNonLinearValueLegend3 {\n"
+       << formatText(levels)
+       << "  PoNonLinearValueLegend3 {\n"
           "    start -0.85 -0.98\n    end 0.85 -0.72\n"
           "    incrementType HORIZONTAL_INCREMENT\n    valuePosition POS_BOTTOM\n"
           "    lowerUpperBoxes FALSE\n    periodValue 2\n"
-       << "    numColumns " << numLevels << "\n"
+       << "    numColumns " << levels.size() << "\n"
        << "    titleVisibility VISIBILITY_ON\n    titlePosition POS_TOP\n    titleFontSize 0.065\n    titleString "
        << quoted(title)
        << "\n    backgroundBorderApp AppearanceKit { drawStyle DrawStyle { style INVISIBLE } }\n  }\n}\n";
@@ -253,7 +265,7 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
     group->addChild(mesh.node);
     if (mesh.dimension > 0) addNodes(group, representationText(mesh));
   }
-  if (shown) addNodes(root, legendText(shown->name, levels.size()));
+  if (shown) addNodes(root, legendText(shown->name, levels));
 }
 
 // ---- Series ---------------------------------------------------------------------------------------------------------
@@ -294,10 +306,11 @@ std::vector<Curve> curvesOf(std::span<BuiltMesh> meshes) {
   return curves;
 }
 
-std::string axisText(const char* type, double x, double y, double end, double across, const std::string& title) {
+std::string axisText(const char* type, double x, double y, double end, double step, double across,
+                     const std::string& title) {
   std::ostringstream text;
   text << "PoLinearAxis { start " << numberText(x) << " " << numberText(y) << " 0 end " << numberText(end) << " type "
-       << type
+       << type << " step " << numberText(step)
        << " gradFontSize 0.028 tickMainLength 0.012 arrowVisibility VISIBILITY_OFF gridVisibility VISIBILITY_ON "
           "gridLengthGradOtherSide "
        << numberText(across)
@@ -328,6 +341,7 @@ void addSeries(SoSeparator* root, std::span<BuiltMesh> meshes) {
   const double left = box.low[0];
   const double right = box.extent(0) > 0 ? box.high[0] : left + std::max(1.0, std::abs(left));
   const double bottom = rows.front(), top = rows.back();
+  const std::vector<double> columns = roundNumbers(left, right, 5);
 
   constexpr double kWide = 1.6;  // the plot is that much wider than high
   std::ostringstream text;
@@ -335,8 +349,9 @@ void addSeries(SoSeparator* root, std::span<BuiltMesh> meshes) {
        << "PoMiscTextAttr { fontName \"DejaVu Sans\" lineLength 0 endLineChar 10 }\nPoDomain { min " << numberText(left)
        << " " << numberText(bottom) << " 0 max " << numberText(right) << " "
        << numberText(bottom + (top - bottom) * kWide) << " 1 }\n"
-       << axisText("XY", left, bottom, right, top - bottom, meshes[0].name)
-       << axisText("YX", left, bottom, top, right - left, curves.size() == 1 ? curves[0].name : "");
+       << formatText(columns)
+       << axisText("XY", left, bottom, right, columns[1] - columns[0], top - bottom, meshes[0].name) << formatText(rows)
+       << axisText("YX", left, bottom, top, rows[1] - rows[0], right - left, curves.size() == 1 ? curves[0].name : "");
   addNodes(root, text.str());
   for (BuiltMesh& mesh : meshes) {
     auto* group = new SoSeparator;

@@ -82,7 +82,9 @@ int main(int argc, char** argv) {
   for (; i < arguments.size() && arguments[i].starts_with("--"); ++i) {
     if (arguments[i] == "--check-mutations") {
       importer::startImporting();
-      return check({arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1, arguments.end()});
+      const int status = check({arguments.begin() + static_cast<std::ptrdiff_t>(i) + 1, arguments.end()});
+      std::fflush(stdout);
+      _exit(status);
     }
     if (arguments[i] == "--binary")
       isBinary = true;

@@ -574,6 +574,7 @@ Dataset readByVtk(vtkAlgorithm& reader, const std::string& file) {
 }
 
 Dataset readVtkLegacy(const std::string& file) {
+  refuseBrokenText(file);
   const auto reader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   reader->ReadAllScalarsOn();
   reader->ReadAllVectorsOn();

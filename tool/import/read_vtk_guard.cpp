@@ -2,10 +2,15 @@
 
 #include "read_vtk_guard.h"
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
+#include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
+#include <initializer_list>
 #include <memory>
 #include <string_view>
 
@@ -14,6 +19,8 @@
 namespace importer {
 
 namespace {
+
+// ---- XML files ------------------------------------------------------------------------------------------------------
 
 // Counts in the elements of an XML file, and the most that each may be; 0: as many as the file can hold.
 struct Count {
@@ -50,6 +57,174 @@ void refuseLies(std::string_view text, std::uintmax_t fileSize) {
   }
 }
 
+// ---- Legacy files ---------------------------------------------------------------------------------------------------
+
+// Reads words and lines of a file.
+class Words {
+ public:
+  explicit Words(const std::string& file) : m_in(std::fopen(file.c_str(), "rb"), &std::fclose) {}
+
+  bool isOpen() const { return m_in != nullptr; }
+
+  // The rest of the line.
+  std::string line() {
+    std::string text;
+    for (int c = next(); c != EOF && c != '\n'; c = next())
+      if (text.size() < kLongest) text += static_cast<char>(c);
+    return text;
+  }
+  // Empty at the end.
+  std::string word() {
+    std::string text;
+    int c = next();
+    while (c != EOF && std::isspace(c)) c = next();
+    for (; c != EOF && !std::isspace(c); c = next())
+      if (text.size() < kLongest) text += static_cast<char>(c);
+    if (c != EOF) std::ungetc(c, m_in.get());
+    return text;
+  }
+
+ private:
+  static constexpr std::size_t kLongest = 1000;
+
+  int next() { return std::getc(m_in.get()); }
+
+  std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_in;
+};
+
+bool isNumber(const std::string& word) {
+  char* end = nullptr;
+  std::strtod(word.c_str(), &end);
+  return !word.empty() && *end == '\0';
+}
+
+// Follows a legacy file of text through what it announces.
+class LegacyGuard {
+ public:
+  explicit LegacyGuard(const std::string& file) : m_words(file) {}
+
+  void check() {
+    if (!m_words.isOpen()) return;
+    m_isNew = m_words.line().find("Version 5") != std::string::npos;
+    m_words.line();
+    if (upper(m_words.word()) != "ASCII") return;
+    for (std::string word = upper(m_words.word()); !word.empty() && checkSection(word); word = upper(m_words.word())) {
+    }
+  }
+
+ private:
+  using Count = unsigned long long;
+
+  // What follows a keyword; false where it isn't known, or nothing more can be said.
+  bool checkSection(const std::string& keyword) {
+    m_section = keyword;
+    if (const int numbers = isFixed(keyword)) return take(static_cast<Count>(numbers));
+    if (keyword == "DATASET") return !m_words.word().empty();
+    if (keyword == "POINTS") return takeTyped(3);
+    if (keyword == "X_COORDINATES" || keyword == "Y_COORDINATES" || keyword == "Z_COORDINATES") return takeTyped(1);
+    if (keyword == "CELL_TYPES") return take(count());
+    if (keyword == "POINT_DATA" || keyword == "CELL_DATA") {
+      m_numTuples = count();
+      return true;
+    }
+    if (isOneOf(keyword, {"CELLS", "VERTICES", "LINES", "POLYGONS", "TRIANGLE_STRIPS"})) return takeCells();
+    if (isOneOf(keyword, {"VECTORS", "NORMALS"})) return takeNamed(3);
+    if (keyword == "TENSORS") return takeNamed(9);
+    if (isOneOf(keyword, {"GLOBAL_IDS", "PEDIGREE_IDS", "EDGE_FLAGS"})) return takeNamed(1);
+    if (keyword == "SCALARS") return takeScalars();
+    if (keyword == "COLOR_SCALARS") {
+      m_words.word();
+      return take(count() * m_numTuples);
+    }
+    if (keyword == "LOOKUP_TABLE") {
+      m_words.word();
+      return take(4 * count());
+    }
+    if (keyword == "TEXTURE_COORDINATES") {
+      m_words.word();
+      const Count numbers = count() * m_numTuples;
+      m_words.word();
+      return take(numbers);
+    }
+    return keyword == "FIELD" && takeField();
+  }
+
+  static int isFixed(const std::string& keyword) {
+    if (isOneOf(keyword, {"DIMENSIONS", "SPACING", "ORIGIN", "ASPECT_RATIO"})) return 3;
+    return keyword == "EXTENT" ? 6 : 0;
+  }
+  static bool isOneOf(const std::string& word, std::initializer_list<const char*> words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+  }
+  static std::string upper(std::string word) {
+    for (char& c : word) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    return word;
+  }
+
+  Count count() {
+    const std::string word = m_words.word();
+    Count number = 0;
+    const std::from_chars_result result = std::from_chars(word.data(), word.data() + word.size(), number);
+    if (result.ec != std::errc() || result.ptr != word.data() + word.size() || number > 1ULL << 31)
+      throw Failure("a count in its " + m_section + " can't be true");
+    return number;
+  }
+
+  bool take(Count numbers) {
+    for (Count i = 0; i < numbers; ++i) {
+      const std::string word = m_words.word();
+      if (word.empty()) throw Failure("it breaks off in its " + m_section);
+      if (!isNumber(word)) throw Failure("a number of its " + m_section + " is none");
+    }
+    return true;
+  }
+  bool takeTyped(Count each) {
+    const Count numbers = each * count();
+    m_words.word();
+    return take(numbers);
+  }
+  bool takeNamed(Count each) {
+    m_words.word();
+    m_words.word();
+    return take(each * m_numTuples);
+  }
+  bool takeCells() {
+    const Count first = count(), second = count();
+    if (!m_isNew) return take(second);
+    m_words.word();  // OFFSETS, and their type
+    m_words.word();
+    take(first);
+    m_words.word();  // CONNECTIVITY
+    m_words.word();
+    return take(second);
+  }
+  bool takeScalars() {
+    m_words.word();
+    m_words.word();
+    const std::string rest = m_words.line();
+    const std::size_t digit = rest.find_first_of("123456789");
+    const Count each = digit == std::string::npos ? 1 : static_cast<Count>(rest[digit] - '0');
+    if (upper(m_words.word()) != "LOOKUP_TABLE") return false;
+    m_words.word();
+    return take(each * m_numTuples);
+  }
+  bool takeField() {
+    m_words.word();
+    for (Count left = count(); left > 0; --left) {
+      if (upper(m_words.word()) == "METADATA") return false;
+      const Count components = count(), tuples = count();
+      if (m_words.word() == "string") return false;
+      take(components * tuples);
+    }
+    return true;
+  }
+
+  Words m_words;
+  std::string m_section;
+  Count m_numTuples = 0;
+  bool m_isNew = false;
+};
+
 }  // namespace
 
 void refuseLies(const std::string& file) {
@@ -67,5 +242,7 @@ void refuseLies(const std::string& file) {
     if (text.size() > kOverlap) text.erase(0, text.size() - kOverlap);
   }
 }
+
+void refuseBrokenText(const std::string& file) { LegacyGuard(file).check(); }
 
 }  // namespace importer
