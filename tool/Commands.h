@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Arguments.h"
+#include "graph/toolkit/offscreen/PiStage.h"
 
 namespace tool {
 
@@ -19,6 +20,11 @@ struct RenderOptions {
   bool isOrthographic = false;
   Background background{SbColor(1.0f, 1.0f, 1.0f), 1.0f};
   int samples = 4;
+  double scale = 1.0;  ///< the picture has so many times as many pixels, and all that is measured in pixels with it
+  double dpi = 0.0;    ///< pixels an inch; 0 says nothing about it in a PNG file, and is 96 elsewhere
+  int frames = 1;      ///< pictures to draw, one for each moment
+  double turn = 0.0;   ///< degrees by which the scene turns from the first picture to after the last
+  double fps = 25.0;   ///< pictures a second
 };
 
 /// What reading a file of another program may take.
@@ -35,8 +41,13 @@ struct ConvertOptions {
   ImportLimits limits;
 };
 
+/// From where the options want to look; they must say so.
+PiViewpoint viewpointOf(const RenderOptions& options);
+
 /// The commands of the tool. Each throws Failure if it can't do what it should; then no output file is left behind.
 void render(const RenderOptions& options);
+/// Draws lines, areas and texts into an SVG or PDF file.
+void renderVector(const RenderOptions& options);
 void info(const std::string& scene, bool asJson);
 void geometry(const std::string& scene, const std::string& file, bool isBinary);
 void convert(const ConvertOptions& options);

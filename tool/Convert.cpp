@@ -10,16 +10,47 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "FileKind.h"
 #include "Import.h"
+#include "Notes.h"
 #include "SceneFile.h"
+#include "SceneWalk.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
+#include "out/ModelWriter.h"
 
 namespace tool {
 
 namespace {
 
+// Writes what the scene shows, as a model.
+void writeModel(const Scene& scene, const std::string& to) {
+  const bool isVrml = hasEnding(to, ".wrl");
+  SceneModel model(isVrml);
+  WalkWishes wishes;
+  wishes.colors = true;
+  wishes.lettersAsTriangles = !isVrml;
+  walkScene(scene.root.get(), scene.file, wishes, model);
+
+  PiWholeFile file(to);
+  std::string problem;
+  if (file.stream())
+    problem = isVrml ? writeVrml(model, file.stream()) : writeGltf(model, hasEnding(to, ".glb"), file.stream());
+  if (problem.empty()) problem = file.close();
+  if (!problem.empty()) throw Failure(to + ": " + problem);
+  Notes notes;
+  if (!model.notes().empty()) notes.add(model.notes());
+  notes.tell(to);
+}
+
+bool isModelFile(const std::string& file) {
+  return hasEnding(file, ".gltf") || hasEnding(file, ".glb") || hasEnding(file, ".wrl");
+}
+
 // Writes a scene.
 void write(const Scene& scene, const ConvertOptions& options) {
+  // What is VRML already stays as it is.
+  if (isModelFile(options.to) && !(scene.isVrml2 && hasEnding(options.to, ".wrl")))
+    return writeModel(scene, options.to);
   PoBase::setNodeWriteFormat(options.isGeometry ? PoBase::WRITE_GEOMETRY : PoBase::WRITE_FIELDS);
   PiWholeFile file(options.to);
   if (file.stream()) {
@@ -69,7 +100,7 @@ void convert(const ConvertOptions& options) {
   std::error_code ignored;
   if (std::filesystem::equivalent(options.from, options.to, ignored))
     throw Failure(options.to + ": the scene would replace the file that it is made from");
-  if (!options.isGeometry) return importFile(options.from, options.to, options);
+  if (!options.isGeometry && !isModelFile(options.to)) return importFile(options.from, options.to, options);
   const TemporaryFolder folder;
   const std::string scene = (folder.path() / "scene.iv").string();
   importFile(options.from, scene, options);

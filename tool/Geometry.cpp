@@ -10,7 +10,9 @@ void geometry(const std::string& sceneFile, const std::string& file, bool isBina
   startLibrary();
   const Scene scene = readScene(sceneFile);
   PlyMesh mesh;
-  walkScene(scene.root.get(), sceneFile, true, mesh);
+  WalkWishes wishes;
+  wishes.colors = true;
+  walkScene(scene.root.get(), sceneFile, wishes, mesh);
   if (!mesh.fits()) throw Failure(sceneFile + ": more vertices or faces than a PLY file can number");
 
   PiWholeFile out(file);

@@ -1,12 +1,11 @@
 #include <Inventor/SbXfBox3f.h>
 #include <Inventor/SoFullPath.h>
+#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/lists/SoPathList.h>
-#include <Inventor/nodes/SoAsciiText.h>
 #include <Inventor/nodes/SoCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
 #include <Inventor/nodes/SoText2.h>
-#include <Inventor/nodes/SoText3.h>
 
 #include <Ormelle/PoBase.h>
 
@@ -24,6 +23,7 @@
 #include "Origin.h"
 #include "SceneFile.h"
 #include "SceneWalk.h"
+#include "TextNode.h"
 #include "graph/toolkit/offscreen/PiStage.h"
 
 namespace tool {
@@ -102,13 +102,12 @@ const SoNode* tailOf(const SoPath* path) { return static_cast<const SoFullPath*>
 
 // The lines of text of a node, joined by line ends.
 std::string stringsOf(const SoNode* node) {
-  const SoMFString& field = node->isOfType(SoText2::getClassTypeId())   ? static_cast<const SoText2*>(node)->string
-                            : node->isOfType(SoText3::getClassTypeId()) ? static_cast<const SoText3*>(node)->string
-                                                                        : static_cast<const SoAsciiText*>(node)->string;
   std::string all;
-  for (int i = 0; i < field.getNum(); ++i) {
-    if (i > 0) all += '\n';
-    all += field[i].getString();
+  bool isFirst = true;
+  for (const std::string& line : linesOf(node)) {
+    if (!isFirst) all += '\n';
+    isFirst = false;
+    all += line;
   }
   return all;
 }
@@ -154,7 +153,8 @@ class Census : public SceneVisitor {
     sums.box.add(vertex.position);
   }
 
-  void text(const SoPath* path) override {
+  void text(SoCallbackAction& action) override {
+    const SoPath* path = action.getCurPath();
     const std::string strings = stringsOf(tailOf(path));
     if (strings.find_first_not_of(" \t\n") == std::string::npos) return;
     ++current().texts;
@@ -279,7 +279,7 @@ void info(const std::string& file, bool asJson) {
   holder->addChild(scene.root.get());
 
   Census census;
-  walkScene(holder, file, false, census);
+  walkScene(holder, file, WalkWishes(), census);
   census.measureTexts(holder);
 
   Sums total;

@@ -17,7 +17,7 @@ namespace tool {
 /// coordinates of their own (cubes, spheres) share by position instead. Points are vertices that nothing refers to.
 class PlyMesh : public SceneVisitor {
  public:
-  void beginShape() override { ++m_shape; }
+  void beginShape(SoCallbackAction& /*action*/) override { ++m_shape; }
   void triangle(const std::array<Vertex, 3>& corners) override;
   void line(const std::array<Vertex, 2>& ends) override;
   void point(const Vertex& vertex) override { vertexOf(vertex); }

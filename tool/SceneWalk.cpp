@@ -7,10 +7,8 @@
 #include <Inventor/details/SoPointDetail.h>
 #include <Inventor/elements/SoCoordinateElement.h>
 #include <Inventor/elements/SoDrawStyleElement.h>
-#include <Inventor/nodes/SoAsciiText.h>
 #include <Inventor/nodes/SoQuadMesh.h>
 #include <Inventor/nodes/SoText2.h>
-#include <Inventor/nodes/SoText3.h>
 
 #include <Ormelle/PoBase.h>
 
@@ -21,6 +19,7 @@
 #include "Failure.h"
 #include "SceneCheck.h"
 #include "ShapeColors.h"
+#include "TextNode.h"
 
 namespace tool {
 
@@ -122,7 +121,8 @@ class CornerFinder {
 
 class Walk {
  public:
-  Walk(SceneVisitor& visitor, bool wantsColors) : m_visitor(visitor), m_wantsColors(wantsColors) {
+  Walk(SceneVisitor& visitor, const WalkWishes& wishes)
+      : m_visitor(visitor), m_wishes(wishes), m_action(wishes.viewport) {
     m_action.addPreCallback(PoBase::getClassTypeId(), callNode<&Walk::beginKit>, this);
     m_action.addPostCallback(PoBase::getClassTypeId(), callNode<&Walk::endKit>, this);
     m_action.addPreCallback(SoShape::getClassTypeId(), callNode<&Walk::beginShape>, this);
@@ -172,8 +172,9 @@ class Walk {
     SoState* state = m_action.getState();
     m_depth = state->getDepth();
     if (SoDrawStyleElement::get(state) == SoDrawStyleElement::INVISIBLE) return SoCallbackAction::PRUNE;
-    if (isText(node)) {
-      m_visitor.text(m_action.getCurPath());
+    const bool isFlatOnScreen = node->isOfType(SoText2::getClassTypeId()) != FALSE;
+    if (isText(node) && (isFlatOnScreen || !m_wishes.lettersAsTriangles)) {
+      m_visitor.text(m_action);
       return SoCallbackAction::PRUNE;
     }
     m_fault = faultOf(static_cast<const SoShape*>(node), state);
@@ -199,8 +200,8 @@ class Walk {
     m_isBegun = true;
     m_matrix = m_action.getModelMatrix();
     m_corners.beginShape(SoCoordinateElement::getInstance(m_action.getState()));
-    if (m_wantsColors) m_colors.emplace(&m_action);
-    m_visitor.beginShape();
+    if (m_wishes.colors) m_colors.emplace(&m_action);
+    m_visitor.beginShape(m_action);
   }
 
   Vertex vertexOf(const SoPrimitiveVertex& vertex, int materialIndex) {
@@ -214,6 +215,8 @@ class Walk {
       for (int axis = 0; axis < 3; ++axis) sum += static_cast<double>(p[axis]) * m_matrix[axis][c];
       out.position[column] = w == 1.0 ? sum : sum / w;
     }
+    out.source = &vertex;
+    out.material = materialIndex;
     if (m_colors) {
       out.color = m_colors->colorOf(vertex, materialIndex);
       out.coordinate = m_corners.find(vertex);
@@ -245,7 +248,7 @@ class Walk {
   }
 
   SceneVisitor& m_visitor;
-  bool m_wantsColors;
+  WalkWishes m_wishes;
   SoCallbackAction m_action;
   std::string m_fault;
   int m_depth = 0;
@@ -259,13 +262,8 @@ class Walk {
 
 }  // namespace
 
-bool isText(const SoNode* node) {
-  return node->isOfType(SoText2::getClassTypeId()) || node->isOfType(SoText3::getClassTypeId()) ||
-         node->isOfType(SoAsciiText::getClassTypeId());
-}
-
-void walkScene(SoNode* scene, const std::string& file, bool wantsColors, SceneVisitor& visitor) {
-  const std::string fault = Walk(visitor, wantsColors).apply(scene);
+void walkScene(SoNode* scene, const std::string& file, const WalkWishes& wishes, SceneVisitor& visitor) {
+  const std::string fault = Walk(visitor, wishes).apply(scene);
   if (!fault.empty()) throw Failure(file + ": " + fault);
 }
 

@@ -11,6 +11,7 @@
 
 #include "Commands.h"
 #include "Failure.h"
+#include "FileKind.h"
 
 namespace {
 
@@ -63,9 +64,14 @@ int main(int argc, char** argv) {
 
   tool::RenderOptions rendering;
   std::string view;
-  CLI::App* render = app.add_subcommand("render", "Draw a scene into a PNG picture");
+  CLI::App* render =
+      app.add_subcommand("render", "Draw a scene into a PNG, SVG or PDF picture, or the frames of an animation");
   render->add_option("scene", rendering.scene, "The scene file")->required()->type_name("SCENE.iv");
-  render->add_option("-o,--output", rendering.picture, "The picture to write")->required()->type_name("PICTURE.png");
+  render
+      ->add_option("-o,--output", rendering.picture,
+                   "The picture to write; its ending says which kind: .png, .apng, .svg, .pdf")
+      ->required()
+      ->type_name("PICTURE");
   addParsed(render, "--size", rendering.size, tool::parseSize, "Width and height in pixels; 800x600 if not given")
       ->type_name("WxH");
   render
@@ -88,6 +94,33 @@ int main(int argc, char** argv) {
       ->check(CLI::Range(1, 4096))
       ->capture_default_str()
       ->type_name("N");
+  render
+      ->add_option("--scale", rendering.scale,
+                   "Draw the same picture with so many times as many pixels: lines, points and texts grow with it "
+                   "(PNG)")
+      ->check(CLI::Range(0.01, 100.0))
+      ->capture_default_str()
+      ->type_name("F");
+  render
+      ->add_option("--dpi", rendering.dpi,
+                   "How many pixels make an inch where the picture is printed or placed; 96 in SVG and PDF files, and "
+                   "not told in PNG files, if not given")
+      ->check(CLI::Range(1.0, 100000.0))
+      ->type_name("N");
+  render
+      ->add_option("--frames", rendering.frames,
+                   "Draw so many pictures of an animation; the picture's name holds a place for their number, "
+                   "frame_%03d.png, or ends with .apng")
+      ->check(CLI::Range(1, 100000))
+      ->capture_default_str()
+      ->type_name("N");
+  render->add_option("--fps", rendering.fps, "Frames for each second of the scene's time")
+      ->check(CLI::Range(0.001, 1000.0))
+      ->capture_default_str()
+      ->type_name("N");
+  render->add_option("--turn", rendering.turn, "By how many degrees the scene turns about --up during the frames")
+      ->check(CLI::Range(-360000.0, 360000.0))
+      ->type_name("DEGREES");
   render->callback([&] {
     if (!view.empty()) {
       try {
@@ -95,9 +128,12 @@ int main(int argc, char** argv) {
       } catch (const std::invalid_argument& problem) {
         throw CLI::ValidationError("--view", problem.what());
       }
-    } else if (render->count("--up") + render->count("--orthographic") > 0) {
+    } else if ((rendering.turn == 0.0 && render->count("--up") > 0) || render->count("--orthographic") > 0) {
       throw CLI::ValidationError("--up and --orthographic go with --view", "give a view too");
     }
+    const bool isVector = tool::hasEnding(rendering.picture, ".svg") || tool::hasEnding(rendering.picture, ".pdf");
+    if (isVector && render->count("--scale") + render->count("--frames") + render->count("--turn") > 0)
+      throw CLI::ValidationError("--scale, --frames and --turn go with PNG pictures", "choose another ending");
     status = run([&] { tool::render(rendering); });
   });
 
@@ -124,7 +160,9 @@ int main(int argc, char** argv) {
   convert->add_option("from", conversion.from, "The file to read: a scene, or a file of another program")
       ->required()
       ->type_name("FROM");
-  convert->add_option("to", conversion.to, "The scene file to write")->required()->type_name("TO.iv");
+  convert->add_option("to", conversion.to, "The file to write: a scene, or by its ending a model: .gltf, .glb, .wrl")
+      ->required()
+      ->type_name("TO");
   convert->add_flag("--geometry", conversion.isGeometry,
                     "Write what the representations generated, not the fields they generate it from");
   convert->add_flag("--binary", conversion.isBinary, "Write the toolkit's binary format");

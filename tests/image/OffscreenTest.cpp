@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 
 #include "graph/toolkit/offscreen/PiOffscreen.h"
@@ -69,6 +70,37 @@ TEST(OffscreenTest, SeesChangesAndOtherScenes) {
   ASSERT_TRUE(offscreen.draw(scene.get()));
   EXPECT_EQ(second.picture().pixel(15, 15)[0], 255);
   EXPECT_EQ(offscreen.picture().pixel(10, 10)[0], 255);
+}
+
+// Whatever is drawn, bitmap text too, a picture in tiles is the picture in one piece.
+TEST(OffscreenTest, DrawsLargePicturesInTiles) {
+  const NodePtr<SoSeparator> scene = read(
+      "#Inventor V2.1 ascii\nSeparator { PerspectiveCamera { position 0 0 5 } DirectionalLight {} Separator { Material "
+      "{ "
+      "diffuseColor 0.2 0.5 0.9 } Sphere {} } BaseColor { rgb 0 0 0 } Font { size 12 } Separator { Translation { "
+      "translation -0.9 0.05 1 } Text2 { string \"across the tiles\" } } DrawStyle { lineWidth 3 } Coordinate3 { point "
+      "[ "
+      "-1.5 -1 0, 1.5 1 0 ] } LineSet {} }");
+  for (const int samples : {1, 4}) {
+    for (const float opacity : {1.0f, 0.0f}) {
+      PiOffscreen whole(120, 80);
+      PiOffscreen tiled(120, 80, 40);
+      for (PiOffscreen* offscreen : {&whole, &tiled}) {
+        offscreen->setSamples(samples);
+        offscreen->setBackground(SbColor(1, 1, 1), opacity);
+        ASSERT_TRUE(offscreen->draw(scene.get())) << offscreen->error();
+      }
+      ASSERT_EQ(whole.picture().rgba.size(), tiled.picture().rgba.size());
+      int different = 0;
+      for (size_t i = 0; i < whole.picture().rgba.size(); ++i)
+        if (std::abs(whole.picture().rgba[i] - tiled.picture().rgba[i]) > 8) ++different;
+      EXPECT_LT(different, 60) << samples << " samples, opacity " << opacity;  // of 38400: rounding at edges
+    }
+  }
+  PiOffscreen odd(101, 67, 50);
+  ASSERT_TRUE(odd.draw(scene.get()));
+  EXPECT_EQ(odd.picture().width, 101);
+  EXPECT_EQ(odd.picture().height, 67);
 }
 
 TEST(OffscreenTest, TellsWhatItCannotDrawAndKeepsQuiet) {

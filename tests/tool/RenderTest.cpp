@@ -209,7 +209,9 @@ TEST_F(Render, ReadsPicturesBesideTheScene) {
 TEST_F(Render, RefusesWhatItCannotDo) {
   writeScene("a.iv", kSquare);
   runBadly("render a.iv -o a.png", "no OpenGL", "__EGL_VENDOR_LIBRARY_FILENAMES=/nonexistent");
-  runBadly("render a.iv -o a.png --size 32000x32000", "32000x32000");
+  runBadly("render a.iv -o a.png --size 20000x20000 --scale 2", "out of range");
+  runBadly("render a.iv -o a.png --frames 3", "one place for their number");
+  runBadly("render a.iv -o a%d%s.png --frames 3", "one place for their number");
   runBadly("render a.iv -o nowhere/a.png", "nowhere/a.png");
   runBadly("render a.iv -o .", "directory");
   runBadly("render a.iv -o /dev/full", "No space");
@@ -225,6 +227,85 @@ TEST_F(Render, EmptySceneIsBackground) {
   writeScene("a.iv", "");
   runWell("render a.iv -o a.png --size 8x8");
   EXPECT_EQ(readPng(path("a.png")).at(4, 4), kWhite);
+}
+
+// The physical size of pixels, in pixels a metre (11811 are 300 an inch).
+TEST_F(Render, NotesTheResolution) {
+  writeScene("a.iv", kSquare);
+  runWell("render a.iv -o a.png --size 8x8 --dpi 300");
+  const std::string bytes = readFile(path("a.png"));
+  const std::size_t at = bytes.find("pHYs");
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_EQ(bytes.substr(at + 4, 9), std::string("\0\0\x2e\x23\0\0\x2e\x23\x01", 9));
+  runWell("render a.iv -o a.png --size 8x8");
+  EXPECT_EQ(readFile(path("a.png")).find("pHYs"), std::string::npos);
+}
+
+// An enlarged picture, made small again, is the picture.
+TEST_F(Render, EnlargesAllThatIsMeasuredInPixels) {
+  writeScene(
+      "a.iv",
+      "OrthographicCamera { position 0 0 5 height 2 } LightModel { model BASE_COLOR } BaseColor { rgb 0 0 0 } "
+      "DrawStyle { lineWidth 3 pointSize 8 } Coordinate3 { point [ -0.8 0.7 0, 0.8 0.7 0, 0 0.3 0, -0.8 0 0, 0.8 0 0 ] "
+      "} "
+      "LineSet { numVertices 2 } PointSet { startIndex 2 numPoints 1 } Separator { DrawStyle { linePattern 0xff00 "
+      "lineWidth 5 } LineSet { startIndex 3 numVertices 2 } } Translation { translation -0.8 -0.7 0 } Font { size 14 } "
+      "Text2 { string \"mmmm\" }");
+  runWell("render a.iv -o a.png --size 120x80");
+  runWell("render a.iv -o b.png --size 120x80 --scale 3");
+  const Png small = readPng(path("a.png"));
+  const Png large = readPng(path("b.png"));
+  ASSERT_EQ(large.width, 360);
+  ASSERT_EQ(large.height, 240);
+  // The ink of each third of the picture: the line and the point, the pattern, the text.
+  for (int third = 0; third < 3; ++third) {
+    const auto inkOf = [third](const Png& png, int scale) {
+      double ink = 0.0;
+      for (int y = third * 27 * scale; y < std::min((third + 1) * 27 * scale, png.height); ++y)
+        for (int x = 0; x < png.width; ++x) ink += (255 - png.at(x, y)[0]) / 255.0;
+      return ink / scale / scale;
+    };
+    const double expected = inkOf(small, 1);
+    EXPECT_GT(expected, 30.0);
+    EXPECT_NEAR(inkOf(large, 3), expected, 0.25 * expected) << "third " << third;
+  }
+}
+
+// A square that a clock of the scene moves to the right, and one that the camera goes round.
+TEST_F(Render, DrawsTheFramesOfAnAnimation) {
+  writeScene("a.iv",
+             "OrthographicCamera { position 0 0 5 height 2 } LightModel { model BASE_COLOR } BaseColor { rgb 0 0 0 } "
+             "Translation { translation 0 0 0 = ComposeVec3f { x 0 = ElapsedTime { } . timeOut } . vector } "
+             "Cube { width 0.5 height 2 depth 0.1 }");
+  runWell("render a.iv -o f%02d.png --size 40x40 --frames 3 --fps 4 --samples 1");
+  EXPECT_EQ(countFiles(), 4u);
+  const auto leftOf = [](const Png& png) {
+    int x = 0;
+    while (x < png.width && png.at(x, 20)[0] > 128) ++x;
+    return x;
+  };
+  EXPECT_NEAR(leftOf(readPng(path("f00.png"))), 15, 1);
+  EXPECT_NEAR(leftOf(readPng(path("f01.png"))), 20, 1);
+  EXPECT_NEAR(leftOf(readPng(path("f02.png"))), 25, 1);
+
+  runWell("render a.iv -o f.apng --size 40x40 --frames 3 --fps 4 --samples 1");
+  const std::string bytes = readFile(path("f.apng"));
+  EXPECT_EQ(bytes.substr(bytes.find("acTL") + 4, 4), std::string("\0\0\0\x03", 4));
+  EXPECT_NE(bytes.find("fdAT"), std::string::npos);
+  EXPECT_EQ(readPng(path("f.apng")).rgba, readPng(path("f00.png")).rgba) << "other programs see the first frame";
+
+  // Four sides of a cube, a quarter turn each; with a camera of its own and with one of the tool.
+  const std::string cube =
+      "LightModel { model BASE_COLOR } MaterialBinding { value PER_PART } Material { diffuseColor [ 1 0 0, 0 1 0, 0 0 "
+      "1, "
+      "1 1 0, 0 1 1, 1 0 1 ] } Cube {}";
+  writeScene("b.iv", cube);
+  writeScene("c.iv", "PerspectiveCamera { position 0 0 6 } " + cube);
+  for (const char* options : {"b.iv --view front", "c.iv"}) {
+    runWell(std::string("render ") + options + " -o t%d.png --size 40x40 --frames 4 --turn 360 --samples 1");
+    const Color sides[] = {{255, 0, 0, 255}, {0, 0, 255, 255}, {0, 255, 0, 255}, {255, 255, 0, 255}};
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(readPng(path("t" + std::to_string(i) + ".png")).at(20, 20), sides[i]) << i;
+  }
 }
 
 }  // namespace

@@ -27,7 +27,9 @@ class PiPictureAction;
 /// toolkit's render caches then serve for all of them. Delete it before the toolkit is ended.
 class PiOffscreen {
  public:
-  PiOffscreen(int width, int height);
+  /// Pictures of that size. One that is wider or higher than `largestTile` is drawn in equal tiles, which OpenGL's own
+  /// limits then bound instead of it.
+  PiOffscreen(int width, int height, int largestTile = 4096);
   ~PiOffscreen();
   PiOffscreen(const PiOffscreen&) = delete;
   PiOffscreen& operator=(const PiOffscreen&) = delete;
@@ -40,6 +42,9 @@ class PiOffscreen {
   /// The mean of how many drawings, each shifted by another part of a pixel, makes the picture: 1 at first, 16 is good.
   /// Sizes in pixels (lines, points, markers, bitmap text) stay what they are; bitmap text and markers stay sharp.
   void setSamples(int samples);
+  /// Enlarges all that is measured in pixels (lines, points, bitmap text; markers aren't), and sees as much of the
+  /// scene as a picture so many times as small: the same picture, only finer.
+  void setSizeFactor(float factor);
   /// Whether OpenGL itself softens the edges of lines and points, for pictures of one sample.
   void setLineSmoothing(bool on);
   void setTransparencyType(SoGLRenderAction::TransparencyType type);
@@ -55,12 +60,18 @@ class PiOffscreen {
   struct Sums;
 
   void drawStaged(SoNode* scene);
+  void drawTile(SoNode* root, int column, int row);
   void drawOnto(const SbColor& background, SoNode* root, Sums& sums);
-  void developOpaque(const Sums& sums);
-  void developTransparent(const Sums& onBlack, const Sums& onWhite);
+  uint8_t* placeInPicture(int column, int row, int x, int y);
+  void developOpaque(const Sums& sums, int column, int row);
+  void developTransparent(const Sums& onBlack, const Sums& onWhite, int column, int row);
 
   int m_width;
   int m_height;
+  int m_tiles;  ///< so many across and down
+  int m_tileWidth;
+  int m_tileHeight;
+  float m_sizeFactor = 1.0f;
   int m_samples = 1;
   SbColor m_background{1.0f, 1.0f, 1.0f};
   float m_opacity = 1.0f;

@@ -19,9 +19,11 @@ struct PiPicture {
   }
   bool isOpaque() const;
 
-  /// Writes a PNG file, without an opacity channel if every pixel is opaque. The file is complete or isn't there at
-  /// all. Returns what went wrong, empty if nothing did.
-  std::string writePng(const std::string& file) const;
+  /// Writes a PNG file, without an opacity channel if every pixel is opaque; with `dpi` above 0, it says how many
+  /// pixels an inch has. The file is complete or isn't there at all. Returns what went wrong, empty if nothing did.
+  std::string writePng(const std::string& file, double dpi = 0.0) const;
+  /// The same into memory. With `hasOpacity`, always with an opacity channel.
+  std::string encodePng(std::vector<uint8_t>& bytes, double dpi = 0.0, bool hasOpacity = false) const;
 };
 
 #endif
