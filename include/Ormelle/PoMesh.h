@@ -133,6 +133,10 @@ class ORMELLE_API PoMesh : public PoQuillane {
   /// the look at the colouring.
   void addDataMappingInCache();
   void addIsovaluesListInCache(int force);
+  /// The same for the cell filter, whatever the colouring.
+  void addCellFilterInCache();
+  /// The same for any element.
+  void addInAllCache(int elementStackIndex);
   /// Whether `mesh` has the set of values that `valuesIndex` names.
   bool hasValuesToColor(const PbMesh* mesh) const;
   /// Forgets the nodes of the last rebuild, which belong to its group.
@@ -171,7 +175,6 @@ class ORMELLE_API PoMesh : public PoQuillane {
  private:
   friend class PiMeshScratch;
 
-  void addInAllCache(int elementStackIndex);
   void forgetCurrentObjects();
   void setTextureQuality();
 

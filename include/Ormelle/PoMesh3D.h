@@ -113,9 +113,6 @@ class ORMELLE_API PoMesh3D : public PoMesh {
   /// The mesh of the rebuild under way if there is something to draw of it, else null.
   PbMesh3D* drawnMesh() const;
 
-  /// Lets the kit's cache depend on the cell filter of the state.
-  void addCellFilterInCache();
-
   /// @name Steps of a rebuild that draws a surface
   /// @{
   /// Makes the group of this rebuild with its hints for light, unless it is there from the last one.

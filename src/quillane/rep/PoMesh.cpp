@@ -171,6 +171,8 @@ void PoMesh::addIsovaluesListInCache(int force) {
   if (!m_inputs->isovaluesList.given()) addInAllCache(PoIsovaluesListElement::getClassStackIndex());
 }
 
+void PoMesh::addCellFilterInCache() { addInAllCache(PoCellFilterElement::getClassStackIndex()); }
+
 void PoMesh::preRebuild() {
   inherited::preRebuild();
   if (!m_inputs->mesh.given()) addInAllCache(PoMeshElement::getClassStackIndex());

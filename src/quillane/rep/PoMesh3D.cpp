@@ -1,9 +1,6 @@
 #include <Ormelle/PoMesh3D.h>
 
-#include <Inventor/caches/SoCache.h>
-#include <Inventor/misc/SoState.h>
 #include <Ormelle/PbMesh3D.h>
-#include <Ormelle/PoCellFilterElement.h>
 #include <Ormelle/PoMeshElement.h>
 
 #include <cmath>
@@ -53,11 +50,6 @@ void PoMesh3D::preRebuild() {
   if (PbMesh3D* given = givenMesh()) m_currentMesh3D = given;
   m_currentMesh = m_currentMesh3D;
   if (m_currentMesh3D && !hasValuesToColor(m_currentMesh3D)) m_currentColoring = COLOR_INHERITED;
-}
-
-void PoMesh3D::addCellFilterInCache() {
-  if (isStateValid() && getAllCache())
-    getAllCache()->addElement(getState()->getConstElement(PoCellFilterElement::getClassStackIndex()));
 }
 
 PbMesh3D* PoMesh3D::drawnMesh() const {

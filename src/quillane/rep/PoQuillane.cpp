@@ -4,6 +4,7 @@
 #include <Ormelle/PbPyramidCell.h>
 #include <Ormelle/PbTetrahedronCell.h>
 #include <Ormelle/PbWedgeCell.h>
+#include <Ormelle/PoBaseStreamLine.h>
 #include <Ormelle/PoMesh2DVec.h>
 #include <Ormelle/PoMesh3D.h>
 #include <Ormelle/PoMesh3DVec.h>
@@ -29,6 +30,9 @@ namespace {
 
 // clang-format off
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
+constexpr PiClassEntry kStreams[] = {
+    PI_CLASS(PoBaseStreamLine),
+};
 constexpr PiClassEntry kSurfaces[] = {
     PI_CLASS(PoMesh2D),
     PI_CLASS(PoMesh2DVec),
@@ -64,12 +68,14 @@ PoQuillane::~PoQuillane() = default;
 
 void PoQuillane::initClasses() {
   piInitClasses(kRoots);
+  piInitClasses(kStreams);
   piInitClasses(kSurfaces);
   piInitClasses(kCells);
   piInitClasses(kVolumes);
 }
 
 void PoQuillane::exitClasses() {
+  piExitClasses(kStreams);
   piExitClasses(kSurfaces);
   piExitClasses(kVolumes);
   piExitClasses(kCells);
