@@ -11,6 +11,7 @@
 #include <Ormelle/PoParalCartesianGrid2D.h>
 #include <Ormelle/PoParalCartesianGrid3D.h>
 #include <Ormelle/PoPolarGrid2D.h>
+#include <Ormelle/PoQuadrangleMesh2D.h>
 #include <Ormelle/PoRegularCartesianGrid2D.h>
 #include <Ormelle/PoTetrahedronMesh3D.h>
 #include <Ormelle/PoTriangleMesh2D.h>
@@ -170,16 +171,18 @@ float heightOf(float pressure) {
   return scaleHeight * std::log(1000 / pressure);
 }
 
-// The whole of it, in degrees and kilometres.
-PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air) {
+// The whole of it, in degrees and kilometres, or so many units a kilometre.
+PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air, float kilometre = 1) {
   std::vector<float> heights;
-  for (const float pressure : air.pressures()) heights.push_back(heightOf(pressure));
+  for (const float pressure : air.pressures()) heights.push_back(kilometre * heightOf(pressure));
   std::vector<float> temperatures;
+  std::vector<float> celsius;
   std::vector<SbVec3f> winds;
   for (int i = 0; i < air.numLongitudes(); ++i) {
     for (int j = 0; j < air.numLatitudes(); ++j) {
       for (int level = 0; level < sizeOf(heights); ++level) {
         temperatures.push_back(air.temperature(level, i, j));
+        celsius.push_back(temperatures.back() - 273.15f);
         winds.push_back(air.wind(level, i, j));
       }
     }
@@ -188,6 +191,7 @@ PoParalCartesianGrid3D* atmosphereVolume(const Atmosphere& air) {
   grid->setGeometry(air.numLongitudes(), air.numLatitudes(), sizeOf(heights), air.longitudes().data(),
                     air.latitudes().data(), heights.data());
   grid->addValuesSet(0, temperatures.data(), "temperature in K");
+  grid->addValuesSet(1, celsius.data(), "temperature in degrees Celsius");
   grid->addVecsSet(0, winds.data(), "wind in m/s");
   return grid;
 }
@@ -245,6 +249,69 @@ PoIndexedMesh3D* atmosphereRoundBall(const Atmosphere& air) {
   return mesh;
 }
 
+// The wind on a map of the world in degrees, from -180 to 180: set 0 is the temperature in degrees Celsius, set 1 the
+// speed in m/s; vectors 0 are the wind in m/s, vectors 1 the same in degrees of the map in an hour. Only every
+// `stepX`th meridian and `stepY`th parallel is taken.
+PoParalCartesianGrid2D* windMap(const Atmosphere& air, int level, int stepX, int stepY) {
+  std::vector<float> longitudes, latitudes, celsius, speeds;
+  std::vector<SbVec3f> winds, degrees;
+  for (int j = stepY / 2; j < air.numLatitudes(); j += stepY)
+    latitudes.push_back(air.latitudes()[static_cast<std::size_t>(j)]);
+  for (int i = 0; i <= air.numLongitudes(); i += stepX) {
+    longitudes.push_back(i < air.numLongitudes() ? air.longitudes()[static_cast<std::size_t>(i)] : 180);
+    for (int j = stepY / 2; j < air.numLatitudes(); j += stepY) {
+      const int x = i % air.numLongitudes();
+      const SbVec3f wind = air.wind(level, x, j);
+      constexpr float hourly = 3600 / 111.2e3f;  // degrees of a meridian for each m/s
+      celsius.push_back(air.temperature(level, x, j) - 273.15f);
+      speeds.push_back(air.speed(level, x, j));
+      winds.push_back(wind);
+      const float shrunk = std::cos(air.latitudes()[static_cast<std::size_t>(j)] * kRadiansPerDegree);
+      degrees.emplace_back(hourly * wind[0] / shrunk, hourly * wind[1], 0.0f);
+    }
+  }
+  auto* map = new PoParalCartesianGrid2D;
+  map->setGeometry(sizeOf(longitudes), sizeOf(latitudes), longitudes.data(), latitudes.data());
+  map->addValuesSet(0, celsius.data(), "temperature in degrees Celsius");
+  map->addValuesSet(1, speeds.data(), "speed of the wind in m/s");
+  map->addVecsSet(0, winds.data(), "wind in m/s");
+  map->addVecsSet(1, degrees.data(), "wind in degrees of the map an hour");
+  return map;
+}
+
+// A level from 15 degrees north to a degree from the pole and all round it: coordinates are degrees from the pole, with
+// the meridian of Greenwich downwards. Set 0 is the speed in m/s, vectors 0 the wind in degrees of the map in an hour.
+PoQuadrangleMesh2D* windRoundPole(const Atmosphere& air, int level) {
+  const int numX = air.numLongitudes();
+  std::vector<float> x, y, speeds;
+  std::vector<SbVec3f> winds;
+  std::vector<int> quadrangles;
+  for (int j = air.numLatitudes() - 1; j >= 0 && air.latitudes()[static_cast<std::size_t>(j)] > 15; --j) {
+    const float latitude = air.latitudes()[static_cast<std::size_t>(j)], radius = 90 - latitude;
+    const int first = sizeOf(x);
+    for (int i = 0; i < numX; ++i) {
+      if (first > 0) {
+        const int next = (i + 1) % numX;
+        quadrangles.insert(quadrangles.end(), {first - numX + i, first + i, first + next, first - numX + next});
+      }
+      constexpr float hourly = 3600 / 111.2e3f;  // degrees of a meridian for each m/s
+      const SbVec3f wind = air.wind(level, i, j) * hourly;
+      const float round = wind[0] * radius * kRadiansPerDegree / std::cos(latitude * kRadiansPerDegree);
+      const float angle = (air.longitudes()[static_cast<std::size_t>(i)] - 90) * kRadiansPerDegree;
+      const float cosine = std::cos(angle), sine = std::sin(angle);
+      x.push_back(radius * cosine);
+      y.push_back(radius * sine);
+      winds.emplace_back(-wind[1] * cosine - round * sine, -wind[1] * sine + round * cosine, 0.0f);
+      speeds.push_back(air.speed(level, i, j));
+    }
+  }
+  auto* mesh = new PoQuadrangleMesh2D;
+  mesh->setGeometry(sizeOf(x), x.data(), y.data(), static_cast<int>(quadrangles.size() / 4), quadrangles.data());
+  mesh->addValuesSet(0, speeds.data(), "speed of the wind in m/s");
+  mesh->addVecsSet(0, winds.data(), "wind in degrees of the map an hour");
+  return mesh;
+}
+
 void writeAtmosphere() {
   const Atmosphere air;
   write("atmosphere_1000hPa", atmosphereLevel(air, 0));
@@ -252,7 +319,11 @@ void writeAtmosphere() {
   write("atmosphere_100hPa", atmosphereLevel(air, 9));
   write("atmosphere_north_850hPa", atmosphereRoundPole(air, 1));
   write("atmosphere", atmosphereVolume(air));
+  write("atmosphere_high", atmosphereVolume(air, 3));
   write("atmosphere_ball", atmosphereRoundBall(air));
+  write("wind_850hPa", windMap(air, 1, 1, 1));
+  write("wind_850hPa_sparse", windMap(air, 1, 3, 2));
+  write("wind_north_200hPa", windRoundPole(air, 7));
 }
 
 // ---- Oxygen in the ocean, without a value on land -------------------------------------------------------------------
@@ -349,6 +420,40 @@ void writeOceanFrom20East() {
   volume->addValuesSet(0, values.data(), kOxygen);
   volume->addValuesSet(1, water.data(), "part of water");
   write("ocean_from_20E", volume);
+}
+
+// How much of its surroundings is land, on a map of the world in degrees and on one round the north pole like that of
+// windRoundPole(): shores are where it is a half.
+void writeLand() {
+  const DataSet data("ocean_oxygen");
+  const std::vector<float> meridians = data.floats("x"), parallels = data.floats("y");
+  const int numX = sizeOf(meridians), numY = sizeOf(parallels), numZ = sizeOf(data.floats("z"));
+  const std::vector<float> oxygen = lastIndexFastest(data.floats("oxygen_saturation"), numX, numY, numZ);
+  std::vector<float> longitudes, land;
+  for (int i = -1; i <= numX; ++i) {
+    longitudes.push_back(meridians[0] + 360.0f * static_cast<float>(i) / static_cast<float>(numX));
+    for (int j = 0; j < numY; ++j)
+      land.push_back(std::isnan(oxygen[static_cast<std::size_t>(((i + numX) % numX * numY + j) * numZ)]) ? 1.0f : 0.0f);
+  }
+  smoothAlong(land, sizeOf(longitudes), numY);
+  smoothAlong(land, numY, 1);
+  auto* map = new PoParalCartesianGrid2D;
+  map->setGeometry(sizeOf(longitudes), numY, longitudes.data(), parallels.data());
+  map->addValuesSet(0, land.data(), "part of land");
+  write("land", map);
+
+  std::vector<float> radii, angles, round;
+  for (int i = 0; i <= numX; ++i)
+    angles.push_back((meridians[0] + 360.0f * static_cast<float>(i) / static_cast<float>(numX) - 90) *
+                     kRadiansPerDegree);
+  for (int j = numY - 1; j >= 0 && parallels[static_cast<std::size_t>(j)] > 15; --j) {
+    radii.push_back(90 - parallels[static_cast<std::size_t>(j)]);
+    for (int i = 0; i <= numX; ++i) round.push_back(land[static_cast<std::size_t>((i % numX + 1) * numY + j)]);
+  }
+  auto* polar = new PoPolarGrid2D;
+  polar->setGeometry(sizeOf(radii), sizeOf(angles), radii.data(), angles.data());
+  polar->addValuesSet(0, round.data(), "part of land");
+  write("land_north", polar);
 }
 
 // ---- Carbon dioxide at Mauna Loa ------------------------------------------------------------------------------------
@@ -516,6 +621,7 @@ int main(int argc, char** argv) {
     writeAtmosphere();
     writeOcean();
     writeOceanFrom20East();
+    writeLand();
     writeCarbonDioxide("mauna_loa_1958", "1958-01-01", "2002-01-01", 16071, 340);
     writeCarbonDioxide("mauna_loa_1962", "1962-07-01", "1965-12-31", 1279, 320);
     writeChesapeakeBay();

@@ -2,6 +2,7 @@
 #define ORMELLE_POBASE_H
 
 #include <cstddef>
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -198,6 +199,9 @@ class ORMELLE_API PoBase : public SoBaseKit {
   int isFieldHasChanged(const SoField* field) const;
   /// Whether any field or connection changed since the last rebuild.
   int isAnyFieldsHasChanged() const { return m_isAnyFieldsHasChanged; }
+  /// Whether something changed since the list was last emptied, and nothing but fields among these; only told while
+  /// storing is on.
+  int haveOnlyFieldsChanged(std::initializer_list<const SoField*> fields) const;
   void emptyListFieldsChanged() { m_listFieldsChanged.truncate(0); }
   void storeFieldsChanged(int on) { m_storeFieldsChanged = on; }
 
@@ -259,6 +263,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   void refreshDomainTransform();
   void rebuildNow();
   void rebuildOrMark();
+  void noteChange(SoField* field);
   void connectCallbackParts();
 
   static NodeWriteFormat m_nodeWriteFormat;
@@ -268,7 +273,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   SoFieldList m_watchedFields;
   SoFieldList m_ownParts;
   FieldSensorList m_watchSensors;
-  SoFieldList m_listFieldsChanged;
+  SoFieldList m_listFieldsChanged;  ///< each once; null stands for a change that no field told
   int m_storeFieldsChanged = 0;
   int m_isStateValid = 0;
   UpdateMethodType m_updateMethod = UPDATE_AT_TRAVERSAL;

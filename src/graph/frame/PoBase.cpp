@@ -1,5 +1,7 @@
 #include <Ormelle/PoBase.h>
 
+#include <algorithm>
+
 #include <Inventor/actions/SoGLRenderAction.h>
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/caches/SoCache.h>
@@ -94,6 +96,7 @@ SbBool PoBase::setUpConnections(SbBool onOff, SbBool doItAlways) {
   SoBaseKit::setUpConnections(onOff, doItAlways);
   if (onOff) {
     m_isAnyFieldsHasChanged = 1;
+    noteChange(nullptr);
     rebuildOrMark();
     if (m_watchSensors.count != m_watchedFields.getLength()) {
       deleteFieldSensorList(&m_watchSensors);
@@ -180,6 +183,7 @@ void PoBase::rebuildOrMark() {
 }
 
 void PoBase::touchKit() {
+  noteChange(nullptr);
   rebuildOrMark();
   if (m_isModified) touch();
 }
@@ -221,11 +225,14 @@ void PoBase::removePostRebuildCallback(RebuildCallback* function, void* data) {
 
 void PoBase::fieldSensorCB(void* kitPointer, SoSensor* sensor) {
   auto* kit = static_cast<PoBase*>(kitPointer);
-  if (kit->m_storeFieldsChanged && sensor)
-    kit->m_listFieldsChanged.append(static_cast<SoFieldSensor*>(sensor)->getAttachedField());
+  if (sensor) kit->noteChange(static_cast<SoFieldSensor*>(sensor)->getAttachedField());
   kit->m_isAnyFieldsHasChanged = 1;
   // No touch: the field has notified the kit already.
   kit->rebuildOrMark();
+}
+
+void PoBase::noteChange(SoField* field) {
+  if (m_storeFieldsChanged && m_listFieldsChanged.find(field) < 0) m_listFieldsChanged.append(field);
 }
 
 void PoBase::createFieldSensorList(int count, FieldSensorList* list) {
@@ -254,6 +261,12 @@ void PoBase::detachFieldSensorList(const FieldSensorList& list) {
 
 int PoBase::isFieldHasChanged(const SoField* field) const {
   return m_listFieldsChanged.find(const_cast<SoField*>(field)) >= 0;
+}
+
+int PoBase::haveOnlyFieldsChanged(std::initializer_list<const SoField*> fields) const {
+  for (int i = 0; i < m_listFieldsChanged.getLength(); ++i)
+    if (std::find(fields.begin(), fields.end(), m_listFieldsChanged[i]) == fields.end()) return 0;
+  return m_listFieldsChanged.getLength() > 0;
 }
 
 // --- data objects ---------------------------------------------------------------------------------------------------

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include <Ormelle/PbCell.h>
+#include <Ormelle/PbDataMapping.h>
+#include <Ormelle/PbMesh.h>
 #include <Ormelle/PoCellFilter.h>
 #include <Ormelle/PoCellFilterElement.h>
 #include <Ormelle/PoDataMappingElement.h>

@@ -20,6 +20,11 @@
 #include <Ormelle/PoMeshSides.h>
 #include <Ormelle/PoMeshSkeleton.h>
 #include <Ormelle/PoMeshSkin.h>
+#include <Ormelle/PoStreamLineMotion.h>
+#include <Ormelle/PoStreamParticleMotion.h>
+#include <Ormelle/PoStreamPointMotion.h>
+#include <Ormelle/PoStreamSphereMotion.h>
+#include <Ormelle/PoStreamTadpoleMotion.h>
 
 #include "graph/frame/PiClassTable.h"
 #include "quillane/rep/PiMeshScratch.h"
@@ -32,6 +37,11 @@ namespace {
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
 constexpr PiClassEntry kStreams[] = {
     PI_CLASS(PoBaseStreamLine),
+    PI_CLASS(PoStreamParticleMotion),
+    PI_CLASS(PoStreamPointMotion),
+    PI_CLASS(PoStreamSphereMotion),
+    PI_CLASS(PoStreamLineMotion),
+    PI_CLASS(PoStreamTadpoleMotion),
 };
 constexpr PiClassEntry kSurfaces[] = {
     PI_CLASS(PoMesh2D),
