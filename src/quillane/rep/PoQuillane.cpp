@@ -20,10 +20,12 @@
 #include <Ormelle/PoMeshSides.h>
 #include <Ormelle/PoMeshSkeleton.h>
 #include <Ormelle/PoMeshSkin.h>
+#include <Ormelle/PoStreamLine.h>
 #include <Ormelle/PoStreamLineMotion.h>
 #include <Ormelle/PoStreamParticleMotion.h>
 #include <Ormelle/PoStreamPointMotion.h>
 #include <Ormelle/PoStreamSphereMotion.h>
+#include <Ormelle/PoStreamSurface.h>
 #include <Ormelle/PoStreamTadpoleMotion.h>
 
 #include "graph/frame/PiClassTable.h"
@@ -37,6 +39,8 @@ namespace {
 constexpr PiClassEntry kRoots[] = {PI_CLASS(PoQuillane), PI_CLASS(PoMesh), PI_TABLES(PiMeshScratch)};
 constexpr PiClassEntry kStreams[] = {
     PI_CLASS(PoBaseStreamLine),
+    PI_CLASS(PoStreamLine),
+    PI_CLASS(PoStreamSurface),
     PI_CLASS(PoStreamParticleMotion),
     PI_CLASS(PoStreamPointMotion),
     PI_CLASS(PoStreamSphereMotion),

@@ -10,6 +10,7 @@
 #include <Ormelle/PbMesh.h>
 
 #include "quillane/rep/PiMotionStore.h"
+#include "quillane/rep/PiStreamColors.h"
 #include "quillane/stream/PiParticleSamples.h"
 #include "quillane/stream/PiStreamPath.h"
 
@@ -33,24 +34,6 @@ SoLineSet* linesOf(const PiParticleSamples& samples) {
   lines->numVertices.setValues(0, static_cast<int>(sizes.size()), sizes.data());
   return lines;
 }
-
-/// The colours of particles: of a mapping, else of their paths, else none.
-class ParticleColors {
- public:
-  ParticleColors(const PbDataMapping* mapping, const SoMFColor& ofPaths) : m_mapping(mapping), m_ofPaths(ofPaths) {}
-
-  /// Returns false if the value has no colour. `color` is good until the next call.
-  bool find(int path, float value, const SbColor*& color) const {
-    if (m_mapping) return (color = m_mapping->getRGBColor(value)) != nullptr;
-    const int num = m_ofPaths.getNum();
-    color = num > 0 ? m_ofPaths.getValues(std::min(path, num - 1)) : nullptr;
-    return true;
-  }
-
- private:
-  const PbDataMapping* m_mapping;
-  const SoMFColor& m_ofPaths;
-};
 
 }  // namespace
 
@@ -102,7 +85,7 @@ SoGroup* PoStreamParticleMotion::rebuildFrames() {
   const PiNodeRef<SoLineSet> lines(linesOf(samples));
   const PiNodeRef<SoCoordinate3> points(new SoCoordinate3);
   points->point.setValues(0, static_cast<int>(samples.vertices().size()), samples.vertices().data());
-  const ParticleColors colorOf(m_currentDataMapping, colors);
+  const PiStreamColors colorOf(m_currentDataMapping, colors);
 
   // A reference of its own, lest a subclass that refers to the group for a while deletes it.
   group->ref();
