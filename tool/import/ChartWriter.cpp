@@ -79,7 +79,7 @@ std::string wordsAt(double x, double y, const std::string& words) {
 
 // ---- Ranges and panels ----------------------------------------------------------------------------------------------
 
-struct Range {
+struct ValueRange {
   double low = std::numeric_limits<double>::infinity();
   double high = -std::numeric_limits<double>::infinity();
 
@@ -90,20 +90,20 @@ struct Range {
     low = std::min(low, value);
     high = std::max(high, value);
   }
-  void add(const Range& other) {
+  void add(const ValueRange& other) {
     low = std::min(low, other.low);
     high = std::max(high, other.high);
   }
 };
 
-Range rangeOf(const std::vector<float>& values) {
-  Range range;
+ValueRange rangeOf(const std::vector<float>& values) {
+  ValueRange range;
   for (const float value : values) range.add(value);
   return range;
 }
 
 // An axis from one round number to another.
-struct Scale {
+struct AxisScale {
   double low, high, step;
 
   /// How its numbers are written: with the decimals that the step needs, unless they are very large or small.
@@ -118,7 +118,7 @@ struct Scale {
 };
 
 // With about `count` steps.
-Scale scaleOf(Range range, double count) {
+AxisScale scaleOf(ValueRange range, double count) {
   if (!(range.high - range.low > 1e-6 * range.size())) {
     const double half = range.size() > 0 ? 0.05 * range.size() : 0.5;
     range.low -= half;
@@ -137,7 +137,7 @@ double stepsAlong(double length) { return std::clamp(length / 0.07, 2.0, 8.0); }
 
 // Columns that share an axis.
 struct Panel {
-  Range range;
+  ValueRange range;
   std::vector<std::size_t> columns;
 };
 
@@ -149,10 +149,10 @@ std::string unitOf(const std::string& name) {
 }
 
 // Whether one axis shows both well: neither would be a flat line there. Bars are seen from 0 on.
-bool goTogether(const Range& a, const Range& b, bool fromZero) {
+bool goTogether(const ValueRange& a, const ValueRange& b, bool fromZero) {
   constexpr double kMost = 8;
   if (fromZero) return a.size() <= kMost * b.size() && b.size() <= kMost * a.size();
-  Range both = a;
+  ValueRange both = a;
   both.add(b);
   const double span = both.high - both.low;
   return span <= kMost * (a.high - a.low) && span <= kMost * (b.high - b.low);
@@ -161,9 +161,9 @@ bool goTogether(const Range& a, const Range& b, bool fromZero) {
 std::vector<Panel> panelsOf(const Chart& chart, std::vector<std::string>& notDrawn, bool isEachAlone = false) {
   const bool fromZero = chart.kind == Chart::Kind::BARS;
   std::vector<Panel> panels;
-  std::vector<Range> firsts;
+  std::vector<ValueRange> firsts;
   for (std::size_t i = 0; i < chart.columns.size(); ++i) {
-    const Range range = rangeOf(chart.columns[i].values);
+    const ValueRange range = rangeOf(chart.columns[i].values);
     if (range.isEmpty()) continue;
     const std::string unit = unitOf(chart.columns[i].name);
     std::size_t at = 0;
@@ -210,7 +210,7 @@ std::string titleText(const std::string& title) {
 }
 
 // An axis with its numbers in its own format. Grid lines are `across` long; a step of 0 is the axis' own choice.
-std::string linearAxis(const char* type, double x, double y, const Scale& scale, double across,
+std::string linearAxis(const char* type, double x, double y, const AxisScale& scale, double across,
                        const std::string& title, const std::string& more) {
   std::string text = "Separator {\n" + (scale.step > 0 ? scale.format() : std::string()) + "PoLinearAxis { type " +
                      type + " start " + numeral(x) + " " + numeral(y) + " 0 end " + numeral(scale.high) + " step " +
@@ -238,7 +238,7 @@ void addKey(SoGroup* group, const Chart& chart, const Panel& panel, double heigh
 // ---- Curves and points ----------------------------------------------------------------------------------------------
 
 // What x is counted from, so that floats tell its values apart.
-double baseOf(const Chart& chart, const Range& x) {
+double baseOf(const Chart& chart, const ValueRange& x) {
   if (chart.isTime || x.high - x.low > 1e-4 * x.size()) return 0;
   const double power = std::pow(10.0, std::floor(std::log10(std::max(x.high - x.low, 1e-300))) + 1);
   const double base = std::floor(x.low / power) * power;
@@ -258,7 +258,7 @@ class PlotWriter {
     m_range = {m_range.low - m_base, m_range.high - m_base};
     if (m_base != 0)
       m_scene.notes.push_back("x is counted from " + numeral(m_base) + ", so that its values stay apart");
-    const Scale x = scaleOf(m_range, 8);
+    const AxisScale x = scaleOf(m_range, 8);
     if (!(m_range.high > m_range.low) || m_chart.kind == Chart::Kind::POINTS) m_range = {x.low, x.high};
     m_xStep = x.step;
 
@@ -315,7 +315,7 @@ class PlotWriter {
   }
 
   void addPanel(SoSeparator* group, const Panel& panel, bool isLast) {
-    const Scale y = scaleOf(panel.range, stepsAlong(m_height));
+    const AxisScale y = scaleOf(panel.range, stepsAlong(m_height));
     const bool isOne = panel.columns.size() == 1;
     addText(group, "PoDomain { min " + numeral(m_range.low) + " " + numeral(y.low) + " 0 max " + numeral(m_range.high) +
                        " " + numeral(y.low + (y.high - y.low) / m_height) + " 1 transformType TRANSFORM_01 }\n" +
@@ -350,7 +350,7 @@ class PlotWriter {
 
   const Chart& m_chart;
   ChartScene& m_scene;
-  Range m_range;
+  ValueRange m_range;
   double m_base = 0, m_xStep = 0;
   double m_height = kPlotHeight;
   std::size_t m_numDrawn = 0;
@@ -393,8 +393,8 @@ class BarWriter {
 
  private:
   // From 0, with room for the texts at the ends.
-  static Scale scaleOfBars(const Panel& panel, double count) {
-    Range range = panel.range;
+  static AxisScale scaleOfBars(const Panel& panel, double count) {
+    ValueRange range = panel.range;
     range.add(0.0);
     range.high *= range.high > 0 ? 1.07 : 1;
     range.low *= range.low < 0 ? 1.07 : 1;
@@ -419,7 +419,7 @@ class BarWriter {
 
   void addUpright(const Panel& panel, double bottom, std::size_t index) {
     SoSeparator* group = addSeparator(m_scene.root);
-    const Scale y = scaleOfBars(panel, stepsAlong(m_height));
+    const AxisScale y = scaleOfBars(panel, stepsAlong(m_height));
     const bool isOne = panel.columns.size() == 1;
     addText(group, "Translation { translation 0 " + numeral(bottom) + " 0 }\nPoDomain { min 0 " + numeral(y.low) +
                        " 0 max 1 " + numeral(y.low + (y.high - y.low) / m_height) +
@@ -447,7 +447,7 @@ class BarWriter {
     addText(addSeparator(m_scene.root), names);
     for (std::size_t i = 0; i < panels.size(); ++i) {
       SoSeparator* group = addSeparator(m_scene.root);
-      const Scale x = scaleOfBars(panels[i], stepsAlong(width / 2));
+      const AxisScale x = scaleOfBars(panels[i], stepsAlong(width / 2));
       const bool isOne = panels[i].columns.size() == 1;
       // Letters are counted in widths of the domain, which ends with the page.
       addText(group, "Translation { translation " + numeral((width + kPanelGap) * static_cast<double>(i)) +

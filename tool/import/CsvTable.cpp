@@ -19,7 +19,7 @@ namespace importer {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kMissingNumber = std::numeric_limits<double>::quiet_NaN();
 // A table of more columns is no table, but another file.
 constexpr std::size_t kMostColumns = 10000;
 
@@ -200,15 +200,15 @@ std::optional<double> parseNumber(std::string_view field, bool decimalComma) {
   const auto parse = [&](std::string_view text) {
     const std::from_chars_result result = std::from_chars(text.data(), text.data() + text.size(), value);
     if (result.ptr != text.data() + text.size()) return false;
-    if (result.ec == std::errc::result_out_of_range) value = kNone;
+    if (result.ec == std::errc::result_out_of_range) value = kMissingNumber;
     return result.ec != std::errc::invalid_argument;
   };
   if (field.find(',') == std::string_view::npos && (!decimalComma || field.find('.') == std::string_view::npos))
-    return parse(field) ? std::optional(std::isfinite(value) ? value : kNone) : std::nullopt;
+    return parse(field) ? std::optional(std::isfinite(value) ? value : kMissingNumber) : std::nullopt;
   std::string number(field);
   if (!dropGroups(number, decimalComma ? '.' : ',')) return std::nullopt;
   if (decimalComma) std::replace(number.begin(), number.end(), ',', '.');
-  return parse(number) ? std::optional(std::isfinite(value) ? value : kNone) : std::nullopt;
+  return parse(number) ? std::optional(std::isfinite(value) ? value : kMissingNumber) : std::nullopt;
 }
 
 // ---- Dates ----------------------------------------------------------------------------------------------------------
@@ -366,7 +366,7 @@ std::optional<double> parseDate(std::string_view field, DateOrder order) {
 // ---- Columns --------------------------------------------------------------------------------------------------------
 
 // How many of a column's fields can be read in which way.
-struct Census {
+struct FieldCensus {
   std::size_t filled = 0, numbers = 0;
   std::array<std::size_t, 3> dates{};
 };
@@ -433,9 +433,10 @@ char guessSeparator(std::string_view text) {
   return blanks.score() > 0.9 && Guesser(rest).allNumbers() ? '\0' : best;
 }
 
-Census censusOf(const std::vector<Record>& records, std::size_t column, std::size_t first, bool decimalComma) {
+FieldCensus fieldCensusOf(const std::vector<Record>& records, std::size_t column, std::size_t first,
+                          bool decimalComma) {
   constexpr std::size_t kMost = 2000;
-  Census census;
+  FieldCensus census;
   for (std::size_t row = first; row < records.size() && row < first + kMost; ++row) {
     if (column >= records[row].size() || isMissing(records[row][column])) continue;
     const std::string& field = records[row][column];
@@ -463,10 +464,10 @@ bool beginsWithHeader(const std::vector<Record>& records, bool decimalComma) {
     if (isValue(field, decimalComma)) {
       allWords = false;
       const std::optional<double> number = parseNumber(field, decimalComma);
-      years.push_back(number.value_or(kNone));
+      years.push_back(number.value_or(kMissingNumber));
       continue;
     }
-    const Census below = censusOf(records, column, 1, decimalComma);
+    const FieldCensus below = fieldCensusOf(records, column, 1, decimalComma);
     const std::size_t most = std::max({below.numbers, below.dates[0], below.dates[1], below.dates[2]});
     if (below.filled > 0 && 2 * most > below.filled) return true;
   }
@@ -486,7 +487,7 @@ std::size_t takeUnits(std::vector<Record>& records, std::size_t first, bool deci
   for (std::size_t column = 0; column < units.size(); ++column) {
     if (isMissing(units[column])) continue;
     if (isValue(units[column], decimalComma) || units[column].size() > 24) return 0;
-    const Census below = censusOf(records, column, first + 1, decimalComma);
+    const FieldCensus below = fieldCensusOf(records, column, first + 1, decimalComma);
     const std::size_t most = std::max({below.numbers, below.dates[0], below.dates[1], below.dates[2]});
     if (below.filled > 0 && 2 * most > below.filled) ++numWords;
   }
@@ -515,7 +516,7 @@ void fillNumbers(CsvTable::Column& column, const std::vector<Record>& records, s
       value = parse(field);
       if (!value && !isMissing(field) && wrong++ == 0) example = shortened(field);
     }
-    column.numbers.push_back(value.value_or(kNone));
+    column.numbers.push_back(value.value_or(kMissingNumber));
   }
   if (wrong > 0)
     table.notes.push_back(counted(wrong, "field", "fields") + " of the column " + column.name +
@@ -526,7 +527,7 @@ void fillNumbers(CsvTable::Column& column, const std::vector<Record>& records, s
 void fillColumn(CsvTable& table, std::size_t index, std::vector<Record>& records, std::size_t first, bool decimalComma,
                 char separator) {
   CsvTable::Column& column = table.columns[index];
-  const Census census = censusOf(records, index, first, decimalComma);
+  const FieldCensus census = fieldCensusOf(records, index, first, decimalComma);
   if (census.filled == 0) return;
   // A few wrong fields don't make texts of numbers.
   const auto isMost = [&](std::size_t count) { return count > 0 && 5 * count >= 4 * census.filled; };

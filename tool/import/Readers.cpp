@@ -43,7 +43,7 @@ constexpr std::array kReaders{
            IMPORT_WITH_VTK(readVtkXml), kVtk},
     Reader{"Gmsh file", ".msh", isGmsh, IMPORT_WITH_GMSH(readGmsh), "ORMELLE_IMPORT_GMSH"},
     Reader{"NetCDF file", ".nc .nc4 .cdf", isNetcdf, IMPORT_WITH_NETCDF(readNetcdf), "ORMELLE_IMPORT_NETCDF"},
-    Reader{"PLY file", ".ply", isPly, IMPORT_WITH_VTK(readPly), kVtk},
+    Reader{"PLY file", ".ply", isPly, readPly, nullptr},
     Reader{"OBJ file", ".obj", nullptr, IMPORT_WITH_TINYOBJ(readObj), "ORMELLE_IMPORT_TINYOBJ"},
     Reader{"STL file", ".stl", nullptr, IMPORT_WITH_VTK(readStl), kVtk},
     Reader{"table", ".csv .tsv", nullptr, readCsv, nullptr},

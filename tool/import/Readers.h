@@ -43,9 +43,11 @@ Dataset readGmsh(const std::string& file);
 bool isNetcdf(std::string_view head);
 Dataset readNetcdf(const std::string& file);
 
-// read_surface.cpp
+// read_ply.cpp
 bool isPly(std::string_view head);
 Dataset readPly(const std::string& file);
+
+// read_stl.cpp
 Dataset readStl(const std::string& file);
 
 // read_obj.cpp

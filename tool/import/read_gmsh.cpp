@@ -37,14 +37,14 @@ std::string cleaned(std::string text, const std::string& file) {
 
 // The file under a name that has no extension and no neighbours: the library reads by extensions, and options and
 // programs beside its files.
-class OpenFile {
+class OpenMesh {
  public:
-  explicit OpenFile(const std::string& file) : m_file(::open(file.c_str(), O_RDONLY)) {
+  explicit OpenMesh(const std::string& file) : m_file(::open(file.c_str(), O_RDONLY)) {
     if (m_file < 0) throw Failure("it can't be opened");
   }
-  ~OpenFile() { ::close(m_file); }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
+  ~OpenMesh() { ::close(m_file); }
+  OpenMesh(const OpenMesh&) = delete;
+  OpenMesh& operator=(const OpenMesh&) = delete;
   std::string name() const { return "/proc/self/fd/" + std::to_string(m_file); }
 
   std::string read(off_t from, std::size_t most) const {
@@ -60,7 +60,7 @@ class OpenFile {
 };
 
 // The library takes what doesn't begin like a mesh for a program, and a mesh that breaks off for a whole one.
-void checkFrame(const OpenFile& file) {
+void checkFrame(const OpenMesh& file) {
   constexpr std::size_t kTail = 256;
   if (!file.read(0, 64).starts_with("$MeshFormat"))
     throw Failure("it doesn't begin with $MeshFormat, as files of Gmsh do");
@@ -389,7 +389,7 @@ class ModelReader {
 }  // namespace
 
 Dataset readGmsh(const std::string& file) {
-  const OpenFile open(file);
+  const OpenMesh open(file);
   checkFrame(open);
   Dataset data;
   Session session;

@@ -22,7 +22,7 @@ namespace importer {
 
 namespace {
 
-constexpr double kNone = std::numeric_limits<double>::quiet_NaN();
+constexpr double kMissingValue = std::numeric_limits<double>::quiet_NaN();
 // A grid of more nodes has no room in memory, and its sets no index.
 constexpr std::size_t kMostNodes = 1U << 30;
 
@@ -32,7 +32,7 @@ void require(int status) {
   throw Failure(std::string("netCDF can't read it: ") + nc_strerror(status));
 }
 
-std::string lowered(std::string text) {
+std::string lowerCase(std::string text) {
   for (char& c : text)
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   return text;
@@ -139,7 +139,7 @@ class Unpacker {
       m_least = range[0];
       m_most = range[1];
     }
-    if (lowered(textAttribute(file, variable.id, "_Unsigned")) == "true")
+    if (lowerCase(textAttribute(file, variable.id, "_Unsigned")) == "true")
       m_wrap = variable.type == NC_BYTE ? 256 : variable.type == NC_SHORT ? 65536 : 0;
     if (m_wrap > 0)
       for (double& missing : m_missing) missing += missing < 0 ? m_wrap : 0;
@@ -148,8 +148,8 @@ class Unpacker {
   double operator()(double raw) const {
     if (m_wrap > 0 && raw < 0) raw += m_wrap;
     for (const double missing : m_missing)
-      if (raw == missing || (m_isFloat && static_cast<float>(raw) == static_cast<float>(missing))) return kNone;
-    if (raw < m_least || raw > m_most) return kNone;
+      if (raw == missing || (m_isFloat && static_cast<float>(raw) == static_cast<float>(missing))) return kMissingValue;
+    if (raw < m_least || raw > m_most) return kMissingValue;
     return raw * m_scale + m_offset;
   }
 
@@ -168,7 +168,7 @@ class Unpacker {
 
 // Days since 1970-01-01 of a time counted as "hours since 1990-01-01 00:00"; none for other calendars and words.
 std::optional<double> dayOf(double time, const std::string& units, const std::string& calendar) {
-  if (!isOneOf(lowered(calendar), {"", "standard", "gregorian", "proleptic_gregorian"}) || !std::isfinite(time))
+  if (!isOneOf(lowerCase(calendar), {"", "standard", "gregorian", "proleptic_gregorian"}) || !std::isfinite(time))
     return {};
   std::array<char, 32> word{};
   int year = 0;
@@ -176,7 +176,7 @@ std::optional<double> dayOf(double time, const std::string& units, const std::st
   if (std::sscanf(units.c_str(), "%31s since %d-%u-%u%*1[ T]%u:%u", word.data(), &year, &month, &day, &hour, &minute) <
       4)
     return {};
-  const std::string unit = lowered(word.data());
+  const std::string unit = lowerCase(word.data());
   const double length = unit.starts_with("day") || unit == "d"                    ? 1.0
                         : unit.starts_with("hour") || unit == "h" || unit == "hr" ? 1.0 / 24
                         : unit.starts_with("min")                                 ? 1.0 / 1440
@@ -313,12 +313,12 @@ class GridReader {
 
   Role roleOf(const std::string& name, const Variable* variable) const {
     if (variable) {
-      const std::string axis = lowered(textAttribute(m_file.id(), variable->id, "axis"));
+      const std::string axis = lowerCase(textAttribute(m_file.id(), variable->id, "axis"));
       if (axis == "x") return Role::X;
       if (axis == "y") return Role::Y;
       if (axis == "z") return Role::Z;
       if (axis == "t") return Role::TIME;
-      const std::string units = lowered(variable->units), standard = variable->standardName;
+      const std::string units = lowerCase(variable->units), standard = variable->standardName;
       if (units.find(" since ") != std::string::npos || standard == "time") return Role::TIME;
       if (isOneOf(units, {"degrees_east", "degree_east", "degrees_e", "degree_e", "degreese", "degreee"}))
         return Role::X;
@@ -330,7 +330,7 @@ class GridReader {
           !textAttribute(m_file.id(), variable->id, "positive").empty())
         return Role::Z;
     }
-    const std::string word = lowered(name);
+    const std::string word = lowerCase(name);
     if (word.starts_with("lon") || isOneOf(word, {"x", "xc", "easting", "i", "ni", "nx", "rlon", "nav_lon"}))
       return Role::X;
     if (word.starts_with("lat") || isOneOf(word, {"y", "yc", "northing", "j", "nj", "ny", "rlat", "nav_lat"}))
@@ -377,11 +377,11 @@ class GridReader {
   }
 
   bool countsDown(const Variable& variable) const {
-    const std::string positive = lowered(textAttribute(m_file.id(), variable.id, "positive"));
+    const std::string positive = lowerCase(textAttribute(m_file.id(), variable.id, "positive"));
     if (!positive.empty()) return positive == "down";
-    const std::string units = lowered(variable.units);
+    const std::string units = lowerCase(variable.units);
     return variable.standardName == "depth" || variable.standardName == "air_pressure" ||
-           lowered(variable.name).starts_with("depth") ||
+           lowerCase(variable.name).starts_with("depth") ||
            isOneOf(units, {"hpa", "pa", "mb", "mbar", "millibar", "millibars", "dbar", "decibar"});
   }
 

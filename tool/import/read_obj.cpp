@@ -14,7 +14,7 @@ namespace importer {
 namespace {
 
 // What the lines of a file begin with.
-struct Census {
+struct LineCensus {
   std::map<std::string, std::size_t, std::less<>> words;
   std::size_t numColors = 0, mostCorners = 0;
 
@@ -34,8 +34,8 @@ std::size_t countWords(std::string_view line) {
   return count;
 }
 
-Census censusOf(std::string_view text) {
-  Census census;
+LineCensus lineCensusOf(std::string_view text) {
+  LineCensus census;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, end);
@@ -108,7 +108,7 @@ class ObjTaker {
   std::size_t m_numGroups = 0;
 };
 
-void noteLeftOut(const Census& census, Dataset& data) {
+void noteLinesLeftOut(const LineCensus& census, Dataset& data) {
   if (census.count("vn") > 0) data.note("normals were left out: they are computed anew");
   if (census.count("vt") > 0) data.note("texture coordinates were left out");
   if (census.count("usemtl") + census.count("mtllib") > 0) data.note("materials were left out");
@@ -128,7 +128,7 @@ void noteLeftOut(const Census& census, Dataset& data) {
 Dataset readObj(const std::string& file) {
   const std::string text = readWhole(file);
   if (text.find('\0') != std::string::npos) throw Failure("it has bytes in it that no text has");
-  const Census census = censusOf(text);
+  const LineCensus census = lineCensusOf(text);
   if (census.count("v") == 0) throw Failure("it has no vertices, which begin with a v");
   // The library counts corners in a byte.
   if (census.mostCorners > 255) throw Failure("one of its faces has more than 255 corners");
@@ -145,7 +145,7 @@ Dataset readObj(const std::string& file) {
   Piece piece = ObjTaker(reader, data).take(census.numColors > 0);
   piece.name = std::filesystem::path(file).stem().string();
   data.pieces.push_back(std::move(piece));
-  noteLeftOut(census, data);
+  noteLinesLeftOut(census, data);
   return data;
 }
 
