@@ -27,10 +27,11 @@ struct RenderOptions {
   double fps = 25.0;   ///< pictures a second
 };
 
-/// What reading a file of another program may take.
+/// What reading a file of another program may take, and what it takes of it.
 struct ImportLimits {
   double gigabytes = 0;  ///< of memory; 0: as much as the machine has
   unsigned seconds = 600;
+  unsigned timeStep = 1;  ///< of a file that has several; beyond them it is the last
 };
 
 struct ConvertOptions {

@@ -205,8 +205,13 @@ void importScene(const std::string& file, std::FILE* out, bool isBinary, const I
   try {
     const unsigned long long megabytes =
         limits.gigabytes > 0 ? static_cast<unsigned long long>(limits.gigabytes * 1024) : memoryOfMachine();
-    std::vector<std::string> command = {importProgram(), "--memory", std::to_string(std::max(megabytes, 1ULL)),
-                                        "--seconds", std::to_string(limits.seconds)};
+    std::vector<std::string> command = {importProgram(),
+                                        "--memory",
+                                        std::to_string(std::max(megabytes, 1ULL)),
+                                        "--seconds",
+                                        std::to_string(limits.seconds),
+                                        "--step",
+                                        std::to_string(limits.timeStep - 1)};
     if (isBinary) command.emplace_back("--binary");
     command.push_back(file.starts_with('-') ? "./" + file : file);
     Pipe answers, errors;

@@ -176,6 +176,12 @@ int main(int argc, char** argv) {
       ->check(CLI::Range(1U, 1000000U))
       ->capture_default_str()
       ->type_name("SECONDS");
+  convert
+      ->add_option("--time-step", conversion.limits.timeStep,
+                   "Which time step to take of a file of another program that has several, counted from 1")
+      ->check(CLI::Range(1U, 1000000000U))
+      ->capture_default_str()
+      ->type_name("N");
   convert->callback([&] { status = run([&] { tool::convert(conversion); }); });
 
   try {

@@ -201,8 +201,8 @@ class NetcdfWriter {
       bytes += named(variable.name) + whole(variable.dimensions.size());
       for (const std::int32_t dimension : variable.dimensions) bytes += bigBytes(dimension);
       const std::size_t size = padded(variable.values).size();
-      bytes += listed(variable.attributes) + bigBytes(static_cast<std::int32_t>(variable.type)) + whole(size) +
-               whole(begin);
+      bytes +=
+          listed(variable.attributes) + bigBytes(static_cast<std::int32_t>(variable.type)) + whole(size) + whole(begin);
       begin += size;
     }
     return bytes;
@@ -270,8 +270,7 @@ std::string sampleNetcdf() {
   add("t", W::SHORT, {3, 2, 1, 0}, bigBytesOf(temperatures),
       {W::text("long_name", "air temperature"), W::text("units", "K"), W::number("scale_factor", W::DOUBLE, 0.01),
        W::number("add_offset", W::DOUBLE, 273.15), W::number("_FillValue", W::SHORT, std::int16_t{-32767})});
-  add("u", W::FLOAT, {3, 2, 1, 0}, bigBytesOf(u),
-      {W::text("units", "m/s"), W::text("standard_name", "eastward_wind")});
+  add("u", W::FLOAT, {3, 2, 1, 0}, bigBytesOf(u), {W::text("units", "m/s"), W::text("standard_name", "eastward_wind")});
   add("v", W::FLOAT, {3, 2, 1, 0}, bigBytesOf(v),
       {W::text("units", "m/s"), W::text("standard_name", "northward_wind")});
   add("orog", W::FLOAT, {1, 0}, bigBytesOf(orog), {W::number("missing_value", W::FLOAT, -9.0F)});
@@ -356,4 +355,31 @@ std::string sampleGridCsv() {
         text += std::to_string(100 * x) + "," + std::to_string(50 * y) + "," + std::to_string(x + 10 * y) + ",\"" +
                 (x == 0 ? "shore" : "open") + "\"\n";
   return text;
+}
+
+std::vector<std::pair<std::string, std::string>> foreignSamples() {
+  return {
+#ifdef ORMELLE_IMPORT_HAS_GMSH
+      {"cells_2.msh", sampleGmsh(false, false)},
+      {"cells_2_binary.msh", sampleGmsh(false, true)},
+      {"cells_4.msh", sampleGmsh(true, false)},
+      {"cells_4_binary.msh", sampleGmsh(true, true)},
+#endif
+#ifdef ORMELLE_IMPORT_HAS_NETCDF
+      {"grid.nc", sampleNetcdf()},
+#endif
+#ifdef ORMELLE_IMPORT_HAS_TINYOBJ
+      {"pyramid.obj", sampleObj()},
+#endif
+#ifdef ORMELLE_IMPORT_HAS_VTK
+      {"square.stl", sampleStl(false)},
+      {"square_binary.stl", sampleStl(true)},
+#endif
+      {"square.ply", samplePly("ascii")},
+      {"square_little.ply", samplePly("binary_little_endian")},
+      {"square_big.ply", samplePly("binary_big_endian")},
+      {"series.csv", sampleSeriesCsv()},
+      {"table.csv", sampleTableCsv()},
+      {"grid.csv", sampleGridCsv()},
+  };
 }

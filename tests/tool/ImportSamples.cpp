@@ -7,6 +7,8 @@
 #include <cstring>
 #include <sstream>
 
+#include "ImportForeignSamples.h"
+
 namespace {
 
 template <class Number>
@@ -229,7 +231,7 @@ std::string sampleGridLegacy(bool isBinary) {
 }
 
 std::vector<ImportSample> importSamples() {
-  return {
+  std::vector<ImportSample> samples{
       {"legacy_grid.vtk", sampleGridLegacy(false), true},
       {"legacy_grid_binary.vtk", sampleGridLegacy(true), true},
       {"legacy_cells.vtk", cellsLegacy(), true},
@@ -242,4 +244,6 @@ std::vector<ImportSample> importSamples() {
       {"grid.vtr", gridXml("RectilinearGrid", Form::BASE64), true},
       {"grid.vts", gridXml("StructuredGrid", Form::PACKED), true},
   };
+  for (const auto& [name, bytes] : foreignSamples()) samples.push_back({name, bytes, false});
+  return samples;
 }

@@ -9,55 +9,19 @@
 #include <tuple>
 
 #include "ImportSamples.h"
-#include "ToolRun.h"
+#include "ImportedScene.h"
 
 namespace {
 
-class Import : public ToolTest {
+class Import : public ImportTest {
  protected:
-  // Imports a file and returns the scene.
-  std::string imported(const std::string& name, const std::string& bytes) {
-    writeFile(name, bytes);
-    m_said = runWell("convert " + name + " scene.iv").out;
-    runWell("info scene.iv");
-    return readFile(path("scene.iv"));
-  }
-  const std::string& said() const { return m_said; }
-
   // A program in the place of the reader.
   std::string fakeReader(const std::string& script) {
     writeFile("reader.sh", "#!/bin/sh\n" + script + "\n");
     std::filesystem::permissions(path("reader.sh"), std::filesystem::perms::owner_all);
     return "ORMELLE_IMPORT=" + path("reader.sh");
   }
-
- private:
-  std::string m_said;
 };
-
-// The numbers in the lines behind a line of a scene, up to one with a comment or a bracket.
-std::vector<double> numbersAfter(const std::string& scene, const std::string& line, std::size_t from = 0) {
-  std::vector<double> numbers;
-  std::size_t at = scene.find(line, from);
-  if (at == std::string::npos) {
-    ADD_FAILURE() << "there is no \"" << line << "\"";
-    return numbers;
-  }
-  at = scene.find('\n', at);
-  const std::size_t next = scene.find_first_of("#}", at);
-  std::istringstream text(scene.substr(at, scene.rfind('\n', next) - at));
-  for (std::string word; text >> word;) {
-    char* end = nullptr;
-    const double number = std::strtod(word.c_str(), &end);
-    if (*end != '\0') break;
-    numbers.push_back(number);
-  }
-  return numbers;
-}
-
-std::vector<double> valuesOf(const std::string& scene, const std::string& set) {
-  return numbersAfter(scene, "\"" + set + "\"   # set name");
-}
 
 #ifdef ORMELLE_IMPORT_HAS_VTK
 

@@ -363,6 +363,13 @@ class BarWriter {
   BarWriter(const Chart& chart, ChartScene& scene) : m_chart(chart), m_scene(scene) {}
 
   void write() {
+    draw();
+    if (m_numMissing > 0)
+      m_scene.notes.push_back(counted(m_numMissing, "missing value is a bar", "missing values are bars") + " of 0");
+  }
+
+ private:
+  void draw() {
     std::vector<std::string> notDrawn;
     std::vector<Panel> panels = panelsOf(m_chart, notDrawn);
     // Bars beside each other are compared: only where all of them may be.
@@ -391,7 +398,6 @@ class BarWriter {
       addUpright(panels[i], step * static_cast<double>(panels.size() - 1 - i), i);
   }
 
- private:
   // From 0, with room for the texts at the ends.
   static AxisScale scaleOfBars(const Panel& panel, double count) {
     ValueRange range = panel.range;
@@ -468,7 +474,11 @@ class BarWriter {
     PoHistogram* bars = nullptr;
     std::vector<float> values;
     for (std::size_t row = 0; row < m_numRows; ++row)
-      for (const std::size_t column : panel.columns) values.push_back(m_chart.columns[column].values[row]);
+      for (const std::size_t column : panel.columns) {
+        const float value = m_chart.columns[column].values[row];
+        values.push_back(std::isfinite(value) ? value : 0);
+        m_numMissing += std::isfinite(value) ? 0 : 1;
+      }
     std::vector<SbString> names;
     for (std::size_t row = 0; row < m_numRows; ++row) names.emplace_back(m_chart.rowNames[row].c_str());
     const auto numValues = static_cast<int>(values.size()), numNames = static_cast<int>(names.size());
@@ -499,7 +509,7 @@ class BarWriter {
 
   const Chart& m_chart;
   ChartScene& m_scene;
-  std::size_t m_numRows = 0;
+  std::size_t m_numRows = 0, m_numMissing = 0;
   double m_height = kPlotHeight;
   bool m_isAcross = false;
 };
@@ -509,7 +519,7 @@ void addCamera(SoSeparator* root) {
   SoGetBoundingBoxAction measure(SbViewportRegion(800, 600));
   measure.apply(root);
   const SbBox3f box = measure.getBoundingBox();
-  if (box.isEmpty()) return;
+  if (box.isEmpty() || !std::isfinite((box.getMax() - box.getMin()).length())) return;
   constexpr float kAspect = 4.0F / 3.0F, kMargin = 1.06F;
   auto* camera = new SoOrthographicCamera;
   root->insertChild(camera, 0);

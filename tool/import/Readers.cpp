@@ -88,6 +88,11 @@ bool isNetcdf(std::string_view head) {
 
 bool isPly(std::string_view head) { return head.starts_with("ply\n") || head.starts_with("ply\r"); }
 
+ReadOptions& readOptions() {
+  static ReadOptions options;
+  return options;
+}
+
 std::span<const Reader> readers() { return kReaders; }
 
 const Reader& readerFor(const std::string& file) {

@@ -20,6 +20,12 @@ struct Reader {
   const char* needs;  ///< the build option without which `read` is null: "ORMELLE_IMPORT_VTK"; else null
 };
 
+/// What the user asked for, which the readers of some formats heed.
+struct ReadOptions {
+  int step = 0;  ///< which time step to take, from 0; a file with fewer gives its last
+};
+ReadOptions& readOptions();
+
 std::span<const Reader> readers();
 
 /// The reader for a file: the one that knows its beginning, else one for its extension. Throws Failure if there is

@@ -141,13 +141,16 @@ constexpr double kAspect = 4.0 / 3.0;
 constexpr double kRoomForLegend = 1.2;
 constexpr double kMargin = 1.06;
 
+// A length that stays in the range of float when it is multiplied a few times.
+double lengthInRange(double length) { return std::clamp(length, 1e-30, 1e36); }
+
 bool isFlat(const Box& box) { return box.extent(2) <= 1e-3 * box.diagonal(); }
 
 // Straight onto a flat scene.
 SoCamera* makeFlatCamera(const Box& box) {
   auto* camera = new SoOrthographicCamera;
-  const double height = std::max({box.extent(1), box.extent(0) / kAspect, 1e-30}) * kMargin * kRoomForLegend;
-  const double distance = std::max(box.diagonal(), 1e-30);
+  const double height = lengthInRange(std::max(box.extent(1), box.extent(0) / kAspect) * kMargin * kRoomForLegend);
+  const double distance = lengthInRange(box.diagonal());
   SbVec3f position = box.center();
   position[1] -= static_cast<float>(height * (1 - 1 / kRoomForLegend) / 2);
   position[2] = static_cast<float>(box.high[2] + distance);
@@ -180,7 +183,7 @@ SoCamera* makeSolidCamera(const Box& box, int upAxis) {
     const double side = std::abs(static_cast<double>(half.dot(right))) / kAspect * kMargin;
     distance = std::max(distance, static_cast<double>(half.dot(back)) + std::max(height, side) / tangent);
   }
-  distance = std::max(distance, 1e-30);
+  distance = lengthInRange(distance);
   // A little lower than the middle, for the legend.
   const auto drop = static_cast<float>(distance * tangent * (kRoomForLegend - 1) / 2);
   camera->heightAngle = static_cast<float>(kAngle);

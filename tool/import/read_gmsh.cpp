@@ -394,7 +394,7 @@ Dataset readGmsh(const std::string& file) {
   Dataset data;
   Session session;
   session.load(open.name(), data);
-  ModelReader(data, 0).read(std::filesystem::path(file).stem().string());
+  ModelReader(data, readOptions().step).read(std::filesystem::path(file).stem().string());
   return data;
 }
 

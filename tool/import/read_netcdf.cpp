@@ -735,6 +735,6 @@ class GridReader {
 
 }  // namespace
 
-Dataset readNetcdf(const std::string& file) { return GridReader(file, 0).read(); }
+Dataset readNetcdf(const std::string& file) { return GridReader(file, readOptions().step).read(); }
 
 }  // namespace importer
