@@ -52,6 +52,7 @@ std::vector<std::string> linesOf(const SoNode* text) {
                                 ? static_cast<const SoVRMLText*>(text)->string
                                 : static_cast<const SoAsciiText*>(text)->string;
   std::vector<std::string> lines;
+  lines.reserve(static_cast<std::size_t>(field.getNum()));
   for (int i = 0; i < field.getNum(); ++i) lines.emplace_back(field[i].getString());
   return lines;
 }

@@ -120,6 +120,7 @@ std::vector<std::pair<uint32_t, std::vector<Polyline>>> OutlineMerge::seams() co
     owner.emplace(side.edge, side.area);
   }
   std::vector<std::pair<uint32_t, std::vector<Polyline>>> out;
+  out.reserve(byColor.size());
   for (const auto& [color, edges] : byColor) out.emplace_back(color, chained(edges, false));
   return out;
 }

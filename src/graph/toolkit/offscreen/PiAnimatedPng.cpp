@@ -39,7 +39,7 @@ void putChunk(Bytes& out, const char* type, const Bytes& data) {
 
 std::string PiAnimatedPng::add(const PiPicture& picture) {
   Bytes png;
-  const std::string problem = picture.encodePng(png, m_dpi, m_hasOpacity);
+  std::string problem = picture.encodePng(png, m_dpi, m_hasOpacity);
   if (!problem.empty()) return problem;
   Bytes head(png.begin(), png.begin() + 8);
   Bytes data;
