@@ -2,6 +2,7 @@
 #include <Ormelle/PbGrid2D.h>
 #include <Ormelle/PbGrid3D.h>
 #include <Ormelle/PbMesh1D.h>
+#include <Ormelle/PbMesh2D.h>
 
 #include <pybind11/stl.h>
 
@@ -278,9 +279,18 @@ struct Location {
   }
 };
 
+// A point of two numbers is looked for as seen from above, whatever the heights of a surface.
+const PbMesh& meshToSearch(PbMesh& mesh, py::handle place) {
+  const auto* surface = dynamic_cast<const PbMesh2D*>(&mesh);
+  if (!surface || !surface->getZcoord() || py::len(place) != 2) return mesh;
+  auto* kept = dynamic_cast<KeptArrays*>(&mesh);
+  if (!kept) throw py::value_error("give a z, too: the mesh of a node is not searched from above");
+  return kept->flat();
+}
+
 py::object locate(const py::object& self, py::handle place, float tolerance) {
-  const auto& mesh = py::cast<const PbMesh&>(self);
   const SbVec3f point = pointOf(place, "the point");
+  const PbMesh& mesh = meshToSearch(py::cast<PbMesh&>(self), place);
   SbVec3f pcoord;
   const PbCell* cell = mesh.findContainingCell(point, tolerance, pcoord);
   if (!cell) return py::none();
@@ -361,7 +371,9 @@ void addMeshes(py::module_& module) {
       .def("getTopologyId", &PbMesh::getTopologyId)
       .def("coordinates", &coordinatesOf, "All nodes as a new array of shape (nodes, 3).")
       .def("cellNodes", &cellNodesOf, "cell"_a, "The nodes of a cell; None of a cell that is no cell of its mesh.")
-      .def("locate", &locate, "point"_a, "tolerance"_a = 0.0F, "The cell that holds a point; None if there is none.")
+      .def("locate", &locate, "point"_a, "tolerance"_a = 0.0F,
+           "The cell that holds a point; None if there is none. A point of two numbers is looked for as seen from "
+           "above.")
 
       .def("addValuesSet", &addSet<ValuesKind>, "index"_a, "values"_a, "name"_a = "", "binding"_a = py::none(),
            "One value for each node or cell. Numbers of 4 bytes in C order are shared, not copied.")

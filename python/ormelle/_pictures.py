@@ -4,6 +4,7 @@ import os
 import struct
 import zlib
 
+import numpy
 from pivy import coin
 
 from . import _core
@@ -46,16 +47,16 @@ def png(array):
     if (array[..., 3] == 255).all():
         array = array[..., :3]
     height, width, channels = array.shape
-    rows = bytearray()
-    for row in array:
-        rows.append(0)
-        rows += row.tobytes()
+    # Each row as its differences from the one above (filter 2), which deflates better.
+    rows = numpy.full((height, 1 + width * channels), 2, numpy.uint8)
+    rows[:, 1:] = array.reshape(height, -1)
+    rows[1:, 1:] -= array[:-1].reshape(height - 1, -1)
 
     def chunk(kind, data):
         return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
 
     header = struct.pack(">IIBBBBB", width, height, 8, {3: 2, 4: 6}[channels], 0, 0, 0)
-    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(bytes(rows), 6)) +
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(rows.tobytes(), 9)) +
             chunk(b"IEND", b""))
 
 

@@ -180,6 +180,16 @@ class Meshes(unittest.TestCase):
         np.testing.assert_array_equal(series.values("y"), [5, 6, 7])
         self.assertEqual(ormelle.PbRegularMesh1D(5, 0, 8).getNodeCoord(1), (2, 0, 0))
 
+    def test_surfaces_with_heights_are_searched_from_above(self):
+        heights = np.arange(9.0).reshape(3, 3)
+        for mesh in (ormelle.PbRegularCartesianGrid2D(3, 3, 0, 0, 2, 2, heights),
+                     ormelle.PbCartesianGrid2D(*np.meshgrid([0, 1, 2], [0, 1, 2], indexing="ij"), heights)):
+            mesh.set_values("z", heights)
+            self.assertAlmostEqual(mesh.locate((0.5, 1.5)).value("z"), 3, 5)
+            self.assertAlmostEqual(mesh.locate((0.5, 1.5, 3)).value("z"), 3, 5)
+            mesh.touch()
+            self.assertAlmostEqual(mesh.locate((1.5, 1.5)).value("z"), 6, 5)
+
     def test_triangles_between_nodes(self):
         try:
             mesh = ormelle.PbTriangleMesh2D([0, 1, 0, 1], [0, 0, 1, 1])
