@@ -36,7 +36,7 @@ class Notebook(unittest.TestCase):
                 self.assertTrue(result._repr_png_().startswith(b"\x89PNG"))
                 self.assertGreater(result.array.std(), 10)
         self.assertEqual(pictures, 3)
-        self.assertLess((ROOT / "docs/python.ipynb").stat().st_size, 400_000)
+        self.assertLess((ROOT / "docs/python.ipynb").stat().st_size, 300_000)
 
 
 if __name__ == "__main__":
