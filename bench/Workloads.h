@@ -215,6 +215,69 @@ inline std::vector<float> bandEdges(int num) {
   return edges;
 }
 
+/// The flow A sin z + C cos y, B sin x + A cos z, C sin y + B cos x of Arnold, Beltrami and Childress.
+struct Velocity {
+  double x, y, z;
+};
+inline Velocity abcFlow(double x, double y, double z) {
+  const double a = std::sqrt(3.0), b = std::sqrt(2.0), c = 1;
+  return {a * std::sin(z) + c * std::cos(y), b * std::sin(x) + a * std::cos(z), c * std::sin(y) + b * std::cos(x)};
+}
+
+/// Nodes in [0, 2 pi]^3 and the flow there, x y z of node after node. Hashes of a mesh of 64^3 cells: nodes
+/// 7f28565504b3ba64 and flow 49c164fa468b080b if regular, 27f6ed52012fe720 and 43c7f5fa873f1d50 if bent.
+struct FlowCube {
+  int num;  ///< nodes along each axis
+  std::vector<float> x, y, z;
+  std::vector<float> velocities;
+};
+inline FlowCube flowCube(int num, bool isBent) {
+  FlowCube cube;
+  cube.num = num;
+  for (int i = 0; i < num; ++i)
+    for (int j = 0; j < num; ++j)
+      for (int k = 0; k < num; ++k) {
+        double x = coordinate(i, num, -1, 1), y = coordinate(j, num, -1, 1), z = coordinate(k, num, -1, 1);
+        if (isBent) {
+          const double bentX = x + 0.06 * std::sin(kPi * x) * std::cos(kPi * y);
+          const double bentY = y + 0.06 * std::sin(kPi * y) * std::cos(kPi * z);
+          const double bentZ = z + 0.06 * std::sin(kPi * z) * std::cos(kPi * x);
+          x = bentX, y = bentY, z = bentZ;
+        }
+        x = kPi * (1 + x), y = kPi * (1 + y), z = kPi * (1 + z);
+        cube.x.push_back(static_cast<float>(x));
+        cube.y.push_back(static_cast<float>(y));
+        cube.z.push_back(static_cast<float>(z));
+        const Velocity v = abcFlow(x, y, z);
+        for (const double component : {v.x, v.y, v.z}) cube.velocities.push_back(static_cast<float>(component));
+      }
+  return cube;
+}
+
+/// Start points of stream lines, x y z of point after point; 4aec2683aa95a539 for 1000.
+inline std::vector<float> streamSeeds(int num) {
+  Random random;
+  std::vector<float> seeds;
+  for (int i = 0; i < 3 * num; ++i) seeds.push_back(static_cast<float>(2 * kPi * (0.05 + 0.9 * random.next())));
+  return seeds;
+}
+
+/// Goes along the exact flow for a length, in `numSteps` steps of the fourth order.
+inline void followFlow(double (&p)[3], double length, int numSteps) {
+  const double h = length / numSteps, at[4] = {0, 0.5, 0.5, 1};
+  for (int step = 0; step < numSteps; ++step) {
+    double slopes[4][3];
+    for (int e = 0; e < 4; ++e) {
+      double q[3];
+      for (int c = 0; c < 3; ++c) q[c] = p[c] + (e > 0 ? at[e] * h * slopes[e - 1][c] : 0);
+      const Velocity v = abcFlow(q[0], q[1], q[2]);
+      const double speed = std::sqrt(v.x * v.x + v.y * v.y + v.z * v.z);
+      slopes[e][0] = v.x / speed, slopes[e][1] = v.y / speed, slopes[e][2] = v.z / speed;
+    }
+    for (int c = 0; c < 3; ++c) p[c] += h / 6 * (slopes[0][c] + 2 * slopes[1][c] + 2 * slopes[2][c] + slopes[3][c]);
+  }
+}
+
 }  // namespace Workloads
 
 #endif
