@@ -40,7 +40,7 @@ py::array numbersOf(py::handle numbers, const char* what) {
   if (numbers.is_none()) throw py::type_error(std::string(what) + " must be numbers, not None");
   if (py::isinstance(numbers, numpy().attr("ma").attr("MaskedArray")))
     return numbers.attr("astype")("float32").attr("filled")(std::numeric_limits<float>::quiet_NaN());
-  const py::array array = py::array::ensure(numbers);
+  py::array array = py::array::ensure(numbers);
   if (!array) throw py::value_error(std::string(what) + " must be an array of numbers, not " + kindOf(numbers));
   if (std::string("biuf").find(array.dtype().kind()) == std::string::npos)
     throw py::value_error(std::string(what) + " must be numbers, not an array of " + textOf(array.dtype()));
