@@ -228,7 +228,7 @@ TEST_F(Import, RefusesBrokenFilesOfVtk) {
   const std::size_t before = countFiles();
   for (const auto& [file, part] : {std::pair{"cut_points.vtk", "breaks off in its POINTS"},
                                    {"cut_values.vtk", "breaks off in its FIELD"},
-                                   {"word.vtk", "a number of its FIELD is none"},
+                                   {"word.vtk", "a number of its SCALARS is none"},
                                    {"count.vtk", "a count in its POINTS can't be true"},
                                    {"cut.vtu", "VTK can't read it"},
                                    {"components.vtu", "can't be true"},
