@@ -4,35 +4,38 @@ include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Ormelle)
 
-install(TARGETS Ormelle EXPORT OrmelleTargets)
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/Ormelle DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+install(TARGETS Ormelle EXPORT OrmelleTargets LIBRARY COMPONENT library NAMELINK_COMPONENT dev)
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/Ormelle DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev
         FILES_MATCHING PATTERN "*.h")
-install(EXPORT OrmelleTargets NAMESPACE Ormelle:: DESTINATION ${package_dir})
+install(EXPORT OrmelleTargets NAMESPACE Ormelle:: DESTINATION ${package_dir} COMPONENT dev)
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/OrmelleConfig.cmake.in
   ${PROJECT_BINARY_DIR}/OrmelleConfig.cmake INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/OrmelleConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/OrmelleConfig.cmake ${PROJECT_BINARY_DIR}/OrmelleConfigVersion.cmake
-        DESTINATION ${package_dir})
+        DESTINATION ${package_dir} COMPONENT dev)
 
 # The prefix in ormelle.pc follows from where that file lies.
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH ORMELLE_PC_PREFIX ${CMAKE_INSTALL_PREFIX}/${pkgconfig_dir} ${CMAKE_INSTALL_PREFIX})
 string(REGEX REPLACE "/$" "" ORMELLE_PC_PREFIX "${ORMELLE_PC_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/ormelle.pc.in ${PROJECT_BINARY_DIR}/ormelle.pc @ONLY)
-install(FILES ${PROJECT_BINARY_DIR}/ormelle.pc DESTINATION ${pkgconfig_dir})
+install(FILES ${PROJECT_BINARY_DIR}/ormelle.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
 
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
-        DESTINATION ${CMAKE_INSTALL_DOCDIR})
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT dev)
 
 if(TARGET ormelle_tool)
-  install(TARGETS ormelle_tool)
+  install(TARGETS ormelle_tool COMPONENT tool)
   file(RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
   set_target_properties(ormelle_tool PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}")
 endif()
-if(TARGET ormelle_import)
-  set(import_dir ${CMAKE_INSTALL_LIBEXECDIR}/ormelle)
-  install(TARGETS ormelle_import DESTINATION ${import_dir})
-  file(RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_LIBEXECDIR}/ormelle ${CMAKE_INSTALL_FULL_LIBDIR})
-  set_target_properties(ormelle_import PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}")
-endif()
+# What only the tool starts.
+foreach(program ormelle_import ormelle_view)
+  if(TARGET ${program})
+    set(program_dir ${CMAKE_INSTALL_LIBEXECDIR}/ormelle)
+    install(TARGETS ${program} DESTINATION ${program_dir} COMPONENT tool)
+    file(RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_LIBEXECDIR}/ormelle ${CMAKE_INSTALL_FULL_LIBDIR})
+    set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}")
+  endif()
+endforeach()

@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Arguments.h"
 #include "graph/toolkit/offscreen/PiStage.h"
@@ -52,6 +53,12 @@ void renderVector(const RenderOptions& options);
 void info(const std::string& scene, bool asJson);
 void geometry(const std::string& scene, const std::string& file, bool isBinary);
 void convert(const ConvertOptions& options);
+/// Becomes the viewer, which reads `arguments` itself. Comes back only by a Failure.
+[[noreturn]] void view(const std::vector<std::string>& arguments);
+/// Writes the starting scene of a kind to `file`, or if that is empty to the standard output.
+void newScene(const std::string& kind, const std::string& file, bool isForced);
+/// Writes the kinds of starting scenes, one a line, and what they show.
+void listKinds();
 
 }  // namespace tool
 

@@ -22,6 +22,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "Program.h"
 
 namespace tool {
 
@@ -29,16 +30,13 @@ namespace {
 
 constexpr int kSceneDescriptor = 3;
 
-// Where the build or the installation has the program, beside or from the folder of this one.
 std::string importProgram() {
   if (const char* named = std::getenv("ORMELLE_IMPORT"); named && *named) return named;
-  std::error_code problem;
-  const std::filesystem::path own = std::filesystem::read_symlink("/proc/self/exe", problem).parent_path();
-  for (const char* place : {"ormelle_import", ORMELLE_IMPORT_PLACE}) {
-    const std::filesystem::path program = own / place;
-    if (access(program.c_str(), X_OK) == 0) return program.string();
-  }
-  throw Failure("this is not a scene file, and ormelle_import, which reads files of other programs, is not installed");
+  const std::string program = findProgram("ormelle_import");
+  if (program.empty())
+    throw Failure(
+        "this is not a scene file, and ormelle_import, which reads files of other programs, is not installed");
+  return program;
 }
 
 class Descriptor {

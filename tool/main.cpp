@@ -184,6 +184,25 @@ int main(int argc, char** argv) {
       ->type_name("N");
   convert->callback([&] { status = run([&] { tool::convert(conversion); }); });
 
+  CLI::App* viewer = app.add_subcommand("view", "Show a scene in a window; \"ormelle view --help\" tells more");
+  viewer->set_help_flag();
+  viewer->prefix_command();
+  viewer->callback([&] { status = run([&] { tool::view(viewer->remaining()); }); });
+
+  std::string kind;
+  std::string start;
+  bool isForced = false;
+  bool isList = false;
+  CLI::App* create = app.add_subcommand("new", "Write a scene to start from");
+  create->add_option("kind", kind, "What the scene shows; see --list")->type_name("KIND");
+  create->add_option("file", start, "The file to write; the standard output if not given")->type_name("SCENE.iv");
+  create->add_flag("--list", isList, "List the kinds");
+  create->add_flag("--force", isForced, "Write over a file that is there");
+  create->callback([&] {
+    if (isList == !kind.empty()) throw CLI::ValidationError("new", "give a kind of scene, or --list");
+    status = run([&] { isList ? tool::listKinds() : tool::newScene(kind, start, isForced); });
+  });
+
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& problem) {
