@@ -17,8 +17,8 @@
 #include <limits>
 
 #include "Chart.h"
-#include "CsvTable.h"
 #include "Dataset.h"
+#include "Fields.h"
 
 namespace importer {
 

@@ -29,9 +29,6 @@ struct CsvTable {
 /// perhaps the header. Takes the text, of which it changes the encoding in place. Throws Failure.
 CsvTable parseCsv(std::string text);
 
-/// A day, or a time of day, as ISO 8601 writes it: "1958-03-29", "1958-03-29 06:30:00".
-std::string dateText(double daysSince1970, bool withTime);
-
 }  // namespace importer
 
 #endif

@@ -15,7 +15,7 @@
 #include <optional>
 #include <set>
 
-#include "CsvTable.h"
+#include "Fields.h"
 #include "Readers.h"
 
 namespace importer {
@@ -30,12 +30,6 @@ void require(int status) {
   if (status == NC_NOERR) return;
   if (status == NC_ENOMEM) throw std::bad_alloc();
   throw Failure(std::string("netCDF can't read it: ") + nc_strerror(status));
-}
-
-std::string lowerCase(std::string text) {
-  for (char& c : text)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  return text;
 }
 
 bool isOneOf(const std::string& word, std::initializer_list<const char*> words) {
@@ -139,7 +133,7 @@ class Unpacker {
       m_least = range[0];
       m_most = range[1];
     }
-    if (lowerCase(textAttribute(file, variable.id, "_Unsigned")) == "true")
+    if (lowered(textAttribute(file, variable.id, "_Unsigned")) == "true")
       m_wrap = variable.type == NC_BYTE ? 256 : variable.type == NC_SHORT ? 65536 : 0;
     if (m_wrap > 0)
       for (double& missing : m_missing) missing += missing < 0 ? m_wrap : 0;
@@ -168,7 +162,7 @@ class Unpacker {
 
 // Days since 1970-01-01 of a time counted as "hours since 1990-01-01 00:00"; none for other calendars and words.
 std::optional<double> dayOf(double time, const std::string& units, const std::string& calendar) {
-  if (!isOneOf(lowerCase(calendar), {"", "standard", "gregorian", "proleptic_gregorian"}) || !std::isfinite(time))
+  if (!isOneOf(lowered(calendar), {"", "standard", "gregorian", "proleptic_gregorian"}) || !std::isfinite(time))
     return {};
   std::array<char, 32> word{};
   int year = 0;
@@ -176,7 +170,7 @@ std::optional<double> dayOf(double time, const std::string& units, const std::st
   if (std::sscanf(units.c_str(), "%31s since %d-%u-%u%*1[ T]%u:%u", word.data(), &year, &month, &day, &hour, &minute) <
       4)
     return {};
-  const std::string unit = lowerCase(word.data());
+  const std::string unit = lowered(word.data());
   const double length = unit.starts_with("day") || unit == "d"                    ? 1.0
                         : unit.starts_with("hour") || unit == "h" || unit == "hr" ? 1.0 / 24
                         : unit.starts_with("min")                                 ? 1.0 / 1440
@@ -313,12 +307,12 @@ class GridReader {
 
   Role roleOf(const std::string& name, const Variable* variable) const {
     if (variable) {
-      const std::string axis = lowerCase(textAttribute(m_file.id(), variable->id, "axis"));
+      const std::string axis = lowered(textAttribute(m_file.id(), variable->id, "axis"));
       if (axis == "x") return Role::X;
       if (axis == "y") return Role::Y;
       if (axis == "z") return Role::Z;
       if (axis == "t") return Role::TIME;
-      const std::string units = lowerCase(variable->units), standard = variable->standardName;
+      const std::string units = lowered(variable->units), standard = variable->standardName;
       if (units.find(" since ") != std::string::npos || standard == "time") return Role::TIME;
       if (isOneOf(units, {"degrees_east", "degree_east", "degrees_e", "degree_e", "degreese", "degreee"}))
         return Role::X;
@@ -330,7 +324,7 @@ class GridReader {
           !textAttribute(m_file.id(), variable->id, "positive").empty())
         return Role::Z;
     }
-    const std::string word = lowerCase(name);
+    const std::string word = lowered(name);
     if (word.starts_with("lon") || isOneOf(word, {"x", "xc", "easting", "i", "ni", "nx", "rlon", "nav_lon"}))
       return Role::X;
     if (word.starts_with("lat") || isOneOf(word, {"y", "yc", "northing", "j", "nj", "ny", "rlat", "nav_lat"}))
@@ -377,11 +371,11 @@ class GridReader {
   }
 
   bool countsDown(const Variable& variable) const {
-    const std::string positive = lowerCase(textAttribute(m_file.id(), variable.id, "positive"));
+    const std::string positive = lowered(textAttribute(m_file.id(), variable.id, "positive"));
     if (!positive.empty()) return positive == "down";
-    const std::string units = lowerCase(variable.units);
+    const std::string units = lowered(variable.units);
     return variable.standardName == "depth" || variable.standardName == "air_pressure" ||
-           lowerCase(variable.name).starts_with("depth") ||
+           lowered(variable.name).starts_with("depth") ||
            isOneOf(units, {"hpa", "pa", "mb", "mbar", "millibar", "millibars", "dbar", "decibar"});
   }
 
