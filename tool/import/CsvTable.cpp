@@ -240,7 +240,6 @@ bool isValue(const std::string& field, bool decimalComma) {
 // Whether the first line names the columns: it has words where the others have values, or nothing but words.
 bool beginsWithHeader(const std::vector<Record>& records, bool decimalComma) {
   const Record& first = records.front();
-  if (records.size() < 2) return false;
   bool allWords = true;
   std::vector<double> years;
   for (std::size_t column = 0; column < first.size(); ++column) {

@@ -68,8 +68,23 @@ void checkFrame(const OpenMesh& file) {
   const std::string tail = file.read(std::max<off_t>(0, size - static_cast<off_t>(kTail)), kTail);
   const std::size_t end = tail.find_last_not_of(" \t\r\n");
   const std::size_t start = end == std::string::npos ? end : tail.rfind('$', end);
-  if (start == std::string::npos || !std::string_view(tail).substr(start).starts_with("$End"))
-    throw Failure("its last section has no end");
+  static constexpr std::array<std::string_view, 15> kEnds{"$EndMeshFormat",
+                                                          "$EndPhysicalNames",
+                                                          "$EndEntities",
+                                                          "$EndPartitionedEntities",
+                                                          "$EndNodes",
+                                                          "$EndElements",
+                                                          "$EndPeriodic",
+                                                          "$EndGhostElements",
+                                                          "$EndParametrizations",
+                                                          "$EndNodeData",
+                                                          "$EndElementNodeData",
+                                                          "$EndElementData",
+                                                          "$EndComments",
+                                                          "$EndNodeStringData",
+                                                          "$EndInterpolationScheme"};
+  const std::string last = start == std::string::npos ? std::string() : tail.substr(start, end + 1 - start);
+  if (std::find(kEnds.begin(), kEnds.end(), last) == kEnds.end()) throw Failure("its last section has no end");
 }
 
 // The library, from its start to its end.
