@@ -360,10 +360,10 @@ std::string sampleGridCsv() {
 std::vector<std::pair<std::string, std::string>> foreignSamples() {
   return {
 #ifdef ORMELLE_IMPORT_HAS_GMSH
-      {"cells_2.msh", sampleGmsh(false, false)},
-      {"cells_2_binary.msh", sampleGmsh(false, true)},
-      {"cells_4.msh", sampleGmsh(true, false)},
-      {"cells_4_binary.msh", sampleGmsh(true, true)},
+      {"gmsh_2.msh", sampleGmsh(false, false)},
+      {"gmsh_2_binary.msh", sampleGmsh(false, true)},
+      {"gmsh_4.msh", sampleGmsh(true, false)},
+      {"gmsh_4_binary.msh", sampleGmsh(true, true)},
 #endif
 #ifdef ORMELLE_IMPORT_HAS_NETCDF
       {"grid.nc", sampleNetcdf()},

@@ -184,7 +184,7 @@ TEST_F(ImportForeign, SurvivesDamagedFiles) {
   std::string files;
   for (const auto& [name, bytes] : foreignSamples()) files += " '" + writeFile(name, bytes) + "'";
   const std::string command =
-      "'" ORMELLE_IMPORT_PROGRAM "' --check-mutations 25 3" + files + " >'" + path("told") + "'";
+      "'" ORMELLE_IMPORT_PROGRAM "' --check-mutations 10 3" + files + " >'" + path("told") + "'";
   EXPECT_EQ(std::system(command.c_str()), 0) << readFile(path("told"));
 }
 
