@@ -96,7 +96,7 @@ int main(int argc, char** argv) {
       ->type_name("N");
   render
       ->add_option("--scale", rendering.scale,
-                   "Draw the same picture with so many times as many pixels: lines, points and texts grow with it "
+                   "Draw the same picture with so many times as many pixels: lines and points grow with it "
                    "(PNG)")
       ->check(CLI::Range(0.01, 100.0))
       ->capture_default_str()

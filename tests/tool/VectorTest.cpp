@@ -196,9 +196,8 @@ TEST_F(Vector, TakesOddScenes) {
       "",
       "Separator {}",
       kCamera +
-          "Coordinate3 { point [ 1e39 0 0, 1 0 0, 0 1 0, -1e39 0 0 ] } IndexedFaceSet { coordIndex [ 0, 1, 2, -1, 1, "
-          "2, 3 "
-          "] }",
+          "Scale { scaleFactor 1e30 1e30 1e30 } Scale { scaleFactor 1e30 1e30 1e30 } Cube {} AsciiText { string \"no "
+          "number\" }",
       kCamera + kBase +
           "Coordinate3 { point [ -1e30 -1e30 0, 1e30 0 0, 0 1e30 0 ] } FaceSet { numVertices 3 } LineSet { numVertices "
           "3 }",

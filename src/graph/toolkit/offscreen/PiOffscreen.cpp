@@ -160,13 +160,13 @@ void PiOffscreen::drawStaged(SoNode* scene) {
     return;
   }
   const WithoutRenderCaches caching(m_samples > 1 && !stage.camera());
-  PiPictureAction::setSizeFactor(m_sizeFactor);
+  PiPixelScale::set(m_sizeFactor);
   m_picture = {m_width, m_height,
                std::vector<uint8_t>(4 * static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height))};
   for (int row = 0; row < m_tiles; ++row)
     for (int column = 0; column < m_tiles; ++column) drawTile(stage.root(), column, row);
   PiShiftedProjectionElement::setTile(0, 0, 1);
-  PiPictureAction::setSizeFactor(1.0f);
+  PiPixelScale::set(1.0f);
 }
 
 void PiOffscreen::drawTile(SoNode* root, int column, int row) {
@@ -203,6 +203,8 @@ void PiOffscreen::drawOnto(const SbColor& background, SoNode* root, Sums& sums) 
     PiShiftedProjectionElement::setShift(SbVec2f(2.0f * position[0] / static_cast<float>(m_tileWidth),
                                                  2.0f * position[1] / static_cast<float>(m_tileHeight)));
     glEnable(GL_DEPTH_TEST);
+    glLineWidth(m_sizeFactor);
+    glPointSize(m_sizeFactor);
     glClearColor(background[0], background[1], background[2], 1.0f);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
     m_action->apply(root);

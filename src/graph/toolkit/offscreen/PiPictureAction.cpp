@@ -1,22 +1,19 @@
 #include "graph/toolkit/offscreen/PiPictureAction.h"
 
 #include <Inventor/SbVec3f.h>
-#include <Inventor/elements/SoFontSizeElement.h>
-#include <Inventor/elements/SoLinePatternElement.h>
-#include <Inventor/elements/SoLineWidthElement.h>
-#include <Inventor/elements/SoPointSizeElement.h>
-#include <Inventor/nodes/SoShape.h>
-#include <Inventor/nodes/SoText2.h>
 #include <Inventor/system/gl.h>
 
 #include <algorithm>
 
 SO_ELEMENT_SOURCE(PiShiftedProjectionElement);
+SO_ELEMENT_SOURCE(PiScaledLineWidthElement);
+SO_ELEMENT_SOURCE(PiScaledPointSizeElement);
+SO_ELEMENT_SOURCE(PiScaledLinePatternElement);
 SO_ACTION_SOURCE(PiPictureAction);
 
 SbVec2f PiShiftedProjectionElement::s_shift(0.0f, 0.0f);
 SbMatrix PiShiftedProjectionElement::s_tile = SbMatrix::identity();
-float PiPictureAction::s_sizeFactor = 1.0f;
+float PiPixelScale::s_factor = 1.0f;
 
 void PiShiftedProjectionElement::setTile(int column, int row, int count) {
   const auto size = static_cast<float>(count);
@@ -51,11 +48,52 @@ void PiShiftedProjectionElement::load() const {
   glMatrixMode(GL_MODELVIEW);
 }
 
+void PiScaledLineWidthElement::initClass() { SO_ELEMENT_INIT_CLASS(PiScaledLineWidthElement, SoGLLineWidthElement); }
+
+PiScaledLineWidthElement::~PiScaledLineWidthElement() = default;
+
+// What OpenGL begins with is set by the drawer.
+void PiScaledLineWidthElement::init(SoState* state) {
+  SoGLLineWidthElement::init(state);
+  data = PiPixelScale::scaled(data);
+}
+
+void PiScaledLineWidthElement::setElt(float width) { SoGLLineWidthElement::setElt(PiPixelScale::scaled(width)); }
+
+void PiScaledPointSizeElement::initClass() { SO_ELEMENT_INIT_CLASS(PiScaledPointSizeElement, SoGLPointSizeElement); }
+
+PiScaledPointSizeElement::~PiScaledPointSizeElement() = default;
+
+void PiScaledPointSizeElement::init(SoState* state) {
+  SoGLPointSizeElement::init(state);
+  data = PiPixelScale::scaled(data);
+}
+
+void PiScaledPointSizeElement::setElt(float size) { SoGLPointSizeElement::setElt(PiPixelScale::scaled(size)); }
+
+void PiScaledLinePatternElement::initClass() {
+  SO_ELEMENT_INIT_CLASS(PiScaledLinePatternElement, SoGLLinePatternElement);
+}
+
+PiScaledLinePatternElement::~PiScaledLinePatternElement() = default;
+
+// The upper half of the number is how many pixels a bit of the pattern lasts.
+void PiScaledLinePatternElement::setElt(int32_t pattern) {
+  const float length = PiPixelScale::scaled(static_cast<float>(pattern >> 16));
+  const auto whole = static_cast<int32_t>(std::clamp(length + 0.5f, 1.0f, 256.0f));
+  SoGLLinePatternElement::setElt((pattern & 0xffff) | whole << 16);
+}
+
 void PiPictureAction::initClass() {
   if (getClassTypeId() != SoType::badType()) return;
   PiShiftedProjectionElement::initClass();
   SO_ACTION_INIT_CLASS(PiPictureAction, SoGLRenderAction);
-  SO_ACTION_ADD_METHOD(SoShape, drawShape);
+  PiScaledLineWidthElement::initClass();
+  PiScaledPointSizeElement::initClass();
+  PiScaledLinePatternElement::initClass();
+  enableElement(PiScaledLineWidthElement::getClassTypeId(), PiScaledLineWidthElement::getClassStackIndex());
+  enableElement(PiScaledPointSizeElement::getClassTypeId(), PiScaledPointSizeElement::getClassStackIndex());
+  enableElement(PiScaledLinePatternElement::getClassTypeId(), PiScaledLinePatternElement::getClassStackIndex());
   enableElement(PiShiftedProjectionElement::getClassTypeId(), PiShiftedProjectionElement::getClassStackIndex());
 }
 
@@ -64,21 +102,3 @@ PiPictureAction::PiPictureAction(const SbViewportRegion& viewport) : SoGLRenderA
 }
 
 PiPictureAction::~PiPictureAction() = default;
-
-void PiPictureAction::drawShape(SoAction* action, SoNode* node) {
-  if (s_sizeFactor == 1.0f) {
-    SoNode::GLRenderS(action, node);
-    return;
-  }
-  SoState* state = action->getState();
-  state->push();
-  SoLineWidthElement::set(state, node, std::max(SoLineWidthElement::get(state), 1.0f) * s_sizeFactor);
-  SoPointSizeElement::set(state, node, std::max(SoPointSizeElement::get(state), 1.0f) * s_sizeFactor);
-  const float pattern = static_cast<float>(SoLinePatternElement::getScaleFactor(state)) * s_sizeFactor;
-  SoLinePatternElement::set(state, node, SoLinePatternElement::get(state),
-                            std::clamp(static_cast<int32_t>(pattern + 0.5f), 1, 256));
-  if (node->isOfType(SoText2::getClassTypeId()))
-    SoFontSizeElement::set(state, node, SoFontSizeElement::get(state) * s_sizeFactor);
-  SoNode::GLRenderS(action, node);
-  state->pop();
-}

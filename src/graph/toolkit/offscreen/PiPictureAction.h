@@ -4,6 +4,9 @@
 #include <Inventor/SbMatrix.h>
 #include <Inventor/SbVec2f.h>
 #include <Inventor/actions/SoGLRenderAction.h>
+#include <Inventor/elements/SoGLLinePatternElement.h>
+#include <Inventor/elements/SoGLLineWidthElement.h>
+#include <Inventor/elements/SoGLPointSizeElement.h>
 #include <Inventor/elements/SoGLProjectionMatrixElement.h>
 
 /// Changes the projection of every camera. A shift by a fraction of a pixel acts in OpenGL only: what places itself in
@@ -32,6 +35,54 @@ class PiShiftedProjectionElement : public SoGLProjectionMatrixElement {
   static SbMatrix s_tile;
 };
 
+/// By what the elements below multiply the widths of lines, the sizes of points and the lengths of line patterns.
+class PiPixelScale {
+ public:
+  /// From now on.
+  static void set(float factor) { s_factor = factor; }
+  static float get() { return s_factor; }
+  /// A size of the scene, in which 0 stands for 1, multiplied.
+  static float scaled(float size) { return (size > 0.0f ? size : 1.0f) * s_factor; }
+
+ private:
+  static float s_factor;
+};
+
+class PiScaledLineWidthElement : public SoGLLineWidthElement {
+  SO_ELEMENT_HEADER(PiScaledLineWidthElement);
+
+ public:
+  static void initClass();
+  void init(SoState* state) override;
+
+ protected:
+  ~PiScaledLineWidthElement() override;
+  void setElt(float width) override;
+};
+
+class PiScaledPointSizeElement : public SoGLPointSizeElement {
+  SO_ELEMENT_HEADER(PiScaledPointSizeElement);
+
+ public:
+  static void initClass();
+  void init(SoState* state) override;
+
+ protected:
+  ~PiScaledPointSizeElement() override;
+  void setElt(float size) override;
+};
+
+class PiScaledLinePatternElement : public SoGLLinePatternElement {
+  SO_ELEMENT_HEADER(PiScaledLinePatternElement);
+
+ public:
+  static void initClass();
+
+ protected:
+  ~PiScaledLinePatternElement() override;
+  void setElt(int32_t pattern) override;
+};
+
 /// The render action of pictures: SoGLRenderAction with a projection that can be shifted between passes, and with sizes
 /// in pixels that can be enlarged.
 class PiPictureAction : public SoGLRenderAction {
@@ -41,16 +92,8 @@ class PiPictureAction : public SoGLRenderAction {
   /// Registers the action and its element with the toolkit, once per start of the toolkit.
   static void initClass();
 
-  /// By what widths of lines, sizes of points, line patterns and sizes of bitmap text are multiplied from now on.
-  static void setSizeFactor(float factor) { s_sizeFactor = factor; }
-
   explicit PiPictureAction(const SbViewportRegion& viewport);
   ~PiPictureAction() override;
-
- private:
-  static void drawShape(SoAction* action, SoNode* node);
-
-  static float s_sizeFactor;
 };
 
 #endif
