@@ -3,19 +3,23 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <vector>
 
-/// Finds the boxes that hold a point: an octree over numbered boxes.
+/// Finds the boxes that hold a point: a grid over numbered boxes, whose bins are octrees where many boxes crowd.
 ///
-/// Space is an integer cube of 2^16 units a side over the domain. A box is listed in every leaf that it overlaps, by
-/// rising number, so the leaf that holds a point lists every box that holds it. Beside the number stands the box itself
-/// in units of a 128th of the leaf, by which all but a few boxes are passed over without a look at the mesh.
+/// Space is an integer cube of 2^16 units a side over the domain. The bins of the grid are about as large as the boxes;
+/// a sort by counting fills them, so that building takes a few passes over the boxes. A box is listed in every leaf
+/// that it overlaps, by rising number, so the leaf that holds a point lists every box that holds it. Beside the number
+/// stands the box itself in units of a 128th of the leaf, by which all but a few boxes are passed over without a look
+/// at the mesh. Neighbouring numbers whose boxes nearly coincide, such as those of the tetrahedra of one hexahedron,
+/// are listed as one run.
 ///
-/// A node is split along those axes only along which splitting separates its boxes: thin or long boxes then cost no
-/// more than cubes. The lists together never exceed kMaxGrowth entries a box.
+/// The nodes of the octrees are split along those axes only along which splitting separates their boxes: thin or long
+/// boxes then cost no more than cubes. The lists together never exceed kMaxGrowth entries a box.
 class PiBoxTree {
  public:
   /// Minimum and maximum of x, y and z, in double so that no extent of floats overflows.
@@ -28,43 +32,62 @@ class PiBoxTree {
   template <class BoxOf>
   void build(const Box& domain, int num, BoxOf&& boxOf) {
     setDomain(domain);
-    std::vector<UnitBox> boxes(num);
-    std::vector<int> numbers;
-    numbers.reserve(num);
+    std::vector<Run> runs;
+    runs.reserve(static_cast<std::size_t>(num));
     for (int i = 0; i < num; ++i) {
       Box box;
       if (!boxOf(i, box)) continue;
+      Run run;
       for (int a = 0; a < 3; ++a) {
-        boxes[i].min[a] = toUnits(box.min[a], a);
-        boxes[i].max[a] = toUnits(box.max[a], a);
+        run.min[a] = toUnits(box.min[a], a);
+        run.max[a] = toUnits(box.max[a], a);
       }
-      numbers.push_back(i);
+      run.first = static_cast<std::uint32_t>(i);
+      if (runs.empty() || !runs.back().extendBy(run)) runs.push_back(run);
     }
-    buildNodes(boxes, numbers);
+    buildNodes(runs);
   }
 
   /// Calls `accept(number)` for the boxes round the point, by rising number, until it returns true; gives that number,
-  /// or -1. A few boxes that end just beside the point are asked as well.
-  template <class Accept>
-  int findFirst(const float (&point)[3], Accept&& accept) const {
+  /// or -1. A few boxes that end just beside the point, or have the number of a neighbour, are asked as well. Before,
+  /// `announce(number)` is called for each run, by which the caller may prefetch.
+  template <class Accept, class Announce>
+  int findFirst(const float (&point)[3], Accept&& accept, Announce&& announce) const {
     if (m_nodes.empty()) return -1;
-    const std::array<unsigned, 3> p = {toUnits(point[0], 0), toUnits(point[1], 1), toUnits(point[2], 2)};
-    std::array<unsigned, 3> bits = {kBits, kBits, kBits};
-    const Node* node = m_nodes.data();
+    std::array<unsigned, 3> p, bits = m_binBits;
+    std::size_t bin = 0;
+    for (unsigned a = 0; a < 3; ++a) {
+      const unsigned units = toUnits(point[a], static_cast<int>(a)), i = binOf(units, a);
+      bin = bin * m_numBins[a] + i;
+      p[a] = units - m_binLow[a][i];
+    }
+    const Node* node = &m_nodes[bin];
     while (node->isSplit()) node = &m_nodes[node->first + childOf(node->splitAxes(), p, bits)];
+
     const std::uint64_t place = packPlace(p, bits);
     const std::uint32_t num = node->num();
     const std::uint32_t* boxes = m_entries.data() + node->first;
-    const std::uint32_t* numbers = boxes + 2 * std::size_t(num);
+    const std::uint32_t* firsts = boxes + 2 * std::size_t(num);
     for (std::uint32_t line = 0; line < std::min(3 * num, 256U); line += 16) __builtin_prefetch(boxes + line);
-    for (std::uint32_t e = 0; e < num; ++e) {
-      std::uint64_t box;
-      std::memcpy(&box, boxes + 2 * std::size_t(e), sizeof box);
-      if (!isInside(place, box)) continue;
-      const int number = static_cast<int>(numbers[e]);
-      if (accept(number)) return number;
+    for (std::uint32_t begin = 0; begin < num; begin += 64) {
+      const std::uint32_t numHere = std::min(num - begin, 64U);
+      std::uint64_t inside = 0;
+      for (std::uint32_t e = 0; e < numHere; ++e)
+        inside |= std::uint64_t(isInside(place, boxAt(boxes, begin + e))) << e;
+      for (std::uint64_t left = inside; left; left &= left - 1)
+        announce(static_cast<int>(firsts[begin + static_cast<unsigned>(std::countr_zero(left))]));
+      for (std::uint64_t left = inside; left; left &= left - 1) {
+        const std::uint32_t e = begin + static_cast<unsigned>(std::countr_zero(left));
+        const int first = static_cast<int>(firsts[e]), end = first + static_cast<int>(boxAt(boxes, e) >> kCountShift);
+        for (int number = first; number < end; ++number)
+          if (accept(number)) return number;
+      }
     }
     return -1;
+  }
+  template <class Accept>
+  int findFirst(const float (&point)[3], Accept&& accept) const {
+    return findFirst(point, accept, [](int) {});
   }
 
   std::size_t numEntries() const { return m_entries.size() / 3; }
@@ -77,9 +100,29 @@ class PiBoxTree {
   static constexpr int kLeafCapacity = 100;  // a larger leaf is split, if that separates its boxes
   static constexpr float kMaxGrowth = 12;
   static constexpr float kMaxShare = 0.6F;  // of boxes on both sides, for an axis to be worth a split
+  static constexpr unsigned kCountShift = 48;
 
-  struct UnitBox {
+  // Numbers whose boxes nearly coincide, and a box round them in units.
+  struct Run {
     std::uint16_t min[3], max[3];
+    std::uint32_t first;
+    std::uint32_t num = 1;
+
+    /// Appends the next number, if the box grows little by it.
+    bool extendBy(const Run& next) {
+      if (next.first != first + num || num == kMaxRun) return false;
+      Run sum = *this;
+      for (int a = 0; a < 3; ++a) {
+        sum.min[a] = std::min(min[a], next.min[a]);
+        sum.max[a] = std::max(max[a], next.max[a]);
+        const int size = std::min(max[a] - min[a], next.max[a] - next.min[a]);
+        if (sum.max[a] - sum.min[a] > size + size / 4) return false;
+      }
+      ++sum.num;
+      *this = sum;
+      return true;
+    }
+    static constexpr std::uint32_t kMaxRun = 255;
   };
   // Inner node: index of the first child, and the axes as bits. Leaf: where its entries start, and their number.
   struct Node {
@@ -91,15 +134,17 @@ class PiBoxTree {
     std::uint32_t num() const { return meta; }
   };
   class Builder;
+  class GridBuilder;
 
   void setDomain(const Box& domain);
-  void buildNodes(const std::vector<UnitBox>& boxes, const std::vector<int>& numbers);
+  void buildNodes(const std::vector<Run>& runs);
 
   // Rising with c, so that a point inside a box is inside it in units too, whatever the rounding. NaN gives 0.
   std::uint16_t toUnits(double c, int axis) const {
     const double units = (c - m_min[axis]) * m_scale[axis];
     return !(units > 0) ? 0 : units < 65535.0 ? static_cast<std::uint16_t>(units) : std::uint16_t(65535);
   }
+  unsigned binOf(unsigned units, unsigned axis) const { return (units * m_numBins[axis]) >> kBits; }
   // Which child holds the point; takes the bits that tell off `bits`.
   static unsigned childOf(unsigned axes, const std::array<unsigned, 3>& p, std::array<unsigned, 3>& bits) {
     if (axes == 7U) {
@@ -114,7 +159,8 @@ class PiBoxTree {
   // A coordinate of `bits` low bits, relative to its leaf, in kBoxBits.
   static std::uint64_t inLeaf(unsigned c, unsigned bits) { return bits > kBoxBits ? c >> (bits - kBoxBits) : c; }
   // Six bytes of 7 bits: min of a box, and the maximum from above; a point the same way. A point is inside when none of
-  // its bytes is below that of the box, which one subtraction tells with the eighth bits as guards.
+  // its bytes is below that of the box, which one subtraction tells with the eighth bits as guards. Over them a box has
+  // the number of boxes of its run.
   static std::uint64_t packPlace(const std::array<unsigned, 3>& p, const std::array<unsigned, 3>& bits) {
     std::uint64_t packed = kGuards;
     for (unsigned a = 0; a < 3; ++a) {
@@ -123,13 +169,26 @@ class PiBoxTree {
     }
     return packed;
   }
+  // The part of a box along one axis, in the leaf that starts at `low` and has 2^bits units.
+  static std::uint64_t packSide(const Run& box, unsigned axis, unsigned low, unsigned bits) {
+    const unsigned last = low + (1U << bits) - 1U;
+    const unsigned min = std::max<unsigned>(box.min[axis], low), max = std::min<unsigned>(box.max[axis], last);
+    return inLeaf(min - low, bits) << (8 * axis) | (127U - inLeaf(max - low, bits)) << (8 * axis + 24);
+  }
+  static std::uint64_t boxAt(const std::uint32_t* boxes, std::uint32_t entry) {
+    std::uint64_t box;
+    std::memcpy(&box, boxes + 2 * std::size_t(entry), sizeof box);
+    return box;
+  }
   static bool isInside(std::uint64_t place, std::uint64_t box) { return ((place - box) & kGuards) == kGuards; }
-
   static constexpr std::uint64_t kGuards = 0x808080808080ULL;
 
   double m_min[3] = {0, 0, 0};
   double m_scale[3] = {0, 0, 0};
-  std::vector<Node> m_nodes;
+  // The grid: how many bins along each axis, where they start, and of how many bits a coordinate in a bin is.
+  std::array<unsigned, 3> m_numBins{1, 1, 1}, m_binBits{kBits, kBits, kBits};
+  std::array<std::vector<unsigned>, 3> m_binLow;
+  std::vector<Node> m_nodes;  // those of the bins first
   // Leaf after leaf: the packed boxes, two words each, then the numbers. Behind each other they cost one miss of the
   // cache, not two.
   std::vector<std::uint32_t> m_entries;

@@ -18,11 +18,13 @@
 #include "quillane/view/PiView2D.h"
 #include "quillane/view/PiView3D.h"
 
-/// `read(index, cell)` fills in a cell; false, and `cell` holds none, if the mesh has no such cell.
+/// `read(index, cell)` fills in a cell; false, and `cell` holds none, if the mesh has no such cell. `announce(index)`
+/// tells that it will soon be read.
 template <class R>
 concept PiCellReader = requires(const R reader, PiPlainCell& cell) {
   { reader.numCells() } -> std::same_as<int>;
   { reader.read(0, cell) } -> std::same_as<bool>;
+  reader.announce(0);
 };
 
 /// A reader that tells directly which cell may hold a point: the only one, or -1.
@@ -31,26 +33,37 @@ concept PiDirectReader = PiCellReader<R> && requires(const R reader, const SbVec
   { reader.cellOf(point) } -> std::same_as<int>;
 };
 
-/// Of a mesh of indexed cells. A null `z` means 0.
+/// Of a mesh of indexed cells. `kCellSize` is the number of nodes of every cell, or 0 if each has its own. A null `z`
+/// means 0.
+template <int kCellSize>
 class PiIndexedReader {
  public:
   PiIndexedReader(const PiConnectivity& cells, const float* x, const float* y, const float* z)
-      : m_cells(&cells), m_x(x), m_y(y), m_z(z) {}
+      : m_cells(&cells), m_x(x), m_y(y), m_z(z), m_kind(PiPlainCell::kindOf(cells.dimension(), kCellSize)) {}
 
   int numCells() const { return m_cells->numCells(); }
   bool read(int index, PiPlainCell& cell) const {
     const std::span<const int> nodes = m_cells->whole(index);
-    cell.reset(PiPlainCell::kindOf(m_cells->dimension(), static_cast<int>(nodes.size())), index);
-    for (int n = 0; n < cell.numNodes(); ++n) {
-      const int node = nodes[static_cast<std::size_t>(n)];
-      cell.setNode(n, node, SbVec3f(m_x[node], m_y[node], m_z ? m_z[node] : 0.0F));
+    if constexpr (kCellSize > 0) {
+      cell.reset(nodes.empty() ? PiPlainCell::NONE : m_kind, index);
+      if (nodes.empty()) return false;
+      for (int n = 0; n < kCellSize; ++n) setNode(cell, n, nodes[static_cast<std::size_t>(n)]);
+    } else {
+      cell.reset(PiPlainCell::kindOf(m_cells->dimension(), static_cast<int>(nodes.size())), index);
+      for (int n = 0; n < cell.numNodes(); ++n) setNode(cell, n, nodes[static_cast<std::size_t>(n)]);
     }
     return cell.numNodes() > 0;
   }
+  void announce(int index) const { __builtin_prefetch(m_cells->given(index).data()); }
 
  private:
+  void setNode(PiPlainCell& cell, int local, int node) const {
+    cell.setNode(local, node, SbVec3f(m_x[node], m_y[node], m_z ? m_z[node] : 0.0F));
+  }
+
   const PiConnectivity* m_cells;
   const float *m_x, *m_y, *m_z;
+  PiPlainCell::Kind m_kind;
 };
 
 /// Of a grid of volume cells.
@@ -75,6 +88,7 @@ class PiGridReader3D {
     }
     return true;
   }
+  void announce(int) const {}
   int cellOf(const SbVec3f& point) const requires(View::areAxes) {
     const PiGridShape& shape = m_view.shape();
     const int i = m_view.coords().cellOf(0, point[0], shape.numX), j = m_view.coords().cellOf(1, point[1], shape.numY),
@@ -105,6 +119,7 @@ class PiGridReader2D {
     }
     return true;
   }
+  void announce(int) const {}
   int cellOf(const SbVec3f& point) const requires(View::areAxes) {
     const int i = m_view.coords().cellOf(0, point[0], m_view.numX());
     const int j = m_view.coords().cellOf(1, point[1], m_view.numY());
@@ -136,6 +151,7 @@ class PiGatheredReader {
       cell = m_cells[static_cast<std::size_t>(index)];
     return cell.numNodes() > 0;
   }
+  void announce(int) const {}
 
  private:
   static PiPlainCell::Kind kindOf(const PbCell& cell) {

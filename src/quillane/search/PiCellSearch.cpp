@@ -55,9 +55,9 @@ class BoxSearch : public PiCellSearch {
       for (int a = 0; a < 3; ++a)
         if (!(place[a] >= m_domain.min[a] && place[a] <= m_domain.max[a])) return false;
     PiPlainCell candidate;
-    const int found = m_tree.findFirst(place, [&](int index) {
-      return m_reader.read(index, candidate) && candidate.locate(point, tolerance, pcoord);
-    });
+    const int found = m_tree.findFirst(
+        place, [&](int index) { return m_reader.read(index, candidate) && candidate.locate(point, tolerance, pcoord); },
+        [&](int index) { m_reader.announce(index); });
     if (found < 0) return false;
     cell = candidate;
     return true;
@@ -89,6 +89,18 @@ std::unique_ptr<PiCellSearch> searchBy(Reader reader, const PbMesh& mesh, bool i
     return std::make_unique<BoxSearch<Reader>>(std::move(reader), mesh.PbMesh::getBoundingBox(), isVolume, tolerance);
 }
 
+// Calls `use` with the reader for cells that all have kSmall or kLarge nodes, or that have any number.
+template <int kSmall, int kLarge, class Mesh, class Use>
+std::unique_ptr<PiCellSearch> withIndexedReader(const Mesh& mesh, Use&& use) {
+  const PiConnectivity& cells = mesh.getConnectivity();
+  const float *x, *y, *z;
+  int numX, numY, numZ;
+  mesh.getCoordinates(x, y, z, numX, numY, numZ);
+  if (cells.cellSize() == kSmall) return use(PiIndexedReader<kSmall>(cells, x, y, z));
+  if (cells.cellSize() == kLarge) return use(PiIndexedReader<kLarge>(cells, x, y, z));
+  return use(PiIndexedReader<0>(cells, x, y, z));
+}
+
 std::unique_ptr<PiCellSearch> searchOf(const PbMesh2D& mesh, double tolerance) {
   const auto by = [&](auto reader) { return searchBy(std::move(reader), mesh, false, tolerance); };
   if (const auto* regular = dynamic_cast<const PbRegularCartesianGrid2D*>(&mesh))
@@ -96,12 +108,7 @@ std::unique_ptr<PiCellSearch> searchOf(const PbMesh2D& mesh, double tolerance) {
   if (const auto* parallel = dynamic_cast<const PbParalCartesianGrid2D*>(&mesh))
     return by(PiGridReader2D(viewOf(*parallel)));
   if (const auto* grid = dynamic_cast<const PbCartesianGrid2D*>(&mesh)) return by(PiGridReader2D(viewOf(*grid)));
-  if (const auto* indexed = dynamic_cast<const PbIndexedMesh2D*>(&mesh)) {
-    const float *x, *y, *z;
-    int numX, numY, numZ;
-    indexed->getCoordinates(x, y, z, numX, numY, numZ);
-    return by(PiIndexedReader(indexed->getConnectivity(), x, y, z));
-  }
+  if (const auto* indexed = dynamic_cast<const PbIndexedMesh2D*>(&mesh)) return withIndexedReader<3, 4>(*indexed, by);
   return by(PiGatheredReader(mesh));
 }
 
@@ -112,12 +119,7 @@ std::unique_ptr<PiCellSearch> searchOf(const PbMesh3D& mesh, double tolerance) {
   if (const auto* parallel = dynamic_cast<const PbParalCartesianGrid3D*>(&mesh))
     return by(PiGridReader3D(viewOf(*parallel)));
   if (const auto* grid = dynamic_cast<const PbCartesianGrid3D*>(&mesh)) return by(PiGridReader3D(viewOf(*grid)));
-  if (const auto* indexed = dynamic_cast<const PbIndexedMesh3D*>(&mesh)) {
-    const float *x, *y, *z;
-    int numX, numY, numZ;
-    indexed->getCoordinates(x, y, z, numX, numY, numZ);
-    return by(PiIndexedReader(indexed->getConnectivity(), x, y, z));
-  }
+  if (const auto* indexed = dynamic_cast<const PbIndexedMesh3D*>(&mesh)) return withIndexedReader<4, 8>(*indexed, by);
   return by(PiGatheredReader(mesh));
 }
 

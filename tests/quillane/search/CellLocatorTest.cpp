@@ -1,5 +1,6 @@
 #include "quillane/search/PiCellLocator.h"
 
+#include <Inventor/SbVec3d.h>
 #include <Ormelle/PbCartesianGrid3D.h>
 #include <Ormelle/PbCell.h>
 #include <Ormelle/PbIndexedMesh3D.h>
@@ -170,5 +171,92 @@ TEST(CellLocator, FindsNothingWhereThereAreNoCells) {
     const PiCellLocator locator(*mesh);
     EXPECT_EQ(locator.locate(SbVec3f(0.5F, 0.5F, 0), 0, pcoord), -1);
     EXPECT_FALSE(locator.read(0, cell));
+  }
+}
+
+// The mesh is a pyramid of six pyramids round the middle of a cube, or a ring of hexahedra whose inner edges fall
+// together: no point near the place where the inversion is singular may be lost.
+TEST(CellLocator, FindsPointsWhereTheInversionIsSingular) {
+  const float x[] = {0, 1, 1, 0, 0, 1, 1, 0, 0.4F}, y[] = {0, 0, 1, 1, 0, 0, 1, 1, 0.6F};
+  const float z[] = {0, 0, 0, 0, 1, 1, 1, 1, 0.5F};
+  const int pyramids[] = {0, 3, 2, 1, 8, 4, 5, 6, 7, 8, 0, 1, 5, 4, 8, 1, 2, 6, 5, 8, 2, 3, 7, 6, 8, 3, 0, 4, 7, 8};
+  const int fives[] = {5, 5, 5, 5, 5, 5};
+  const PbIndexedMesh3D cube(9, x, y, z, 6, pyramids, fives, 0);
+
+  std::vector<float> ring[3];
+  std::vector<int> wedges;
+  const int num = 7;
+  for (int n = 0; n <= num; ++n)
+    for (int up = 0; up < 2; ++up) {  // node 0 and 1 are the axis
+      const float angle = 6.2831853F * float(n) / float(num);
+      ring[0].push_back(n == 0 ? 0.3F : 0.3F + std::cos(angle));
+      ring[1].push_back(n == 0 ? 0.1F : 0.1F + std::sin(angle));
+      ring[2].push_back(float(up));
+    }
+  for (int n = 0; n < num; ++n) {
+    const int a = 2 + 2 * n, b = 2 + 2 * ((n + 1) % num);
+    for (const int node : {0, a, b, 0, 1, a + 1, b + 1, 1}) wedges.push_back(node);
+  }
+  const std::vector<int> eights(num, 8);
+  const PbIndexedMesh3D wheel(2 * num + 2, ring[0].data(), ring[1].data(), ring[2].data(), num, wedges.data(),
+                              eights.data(), 0);
+
+  std::mt19937 random(5);
+  std::uniform_real_distribution<float> share(-1, 1);
+  SbVec3f pcoord;
+  for (const auto& [mesh, start] :
+       {std::pair(&cube, SbVec3f(0.4F, 0.6F, 0.5F)), std::pair(&wheel, SbVec3f(0.3F, 0.1F, 0.5F))}) {
+    const PiCellLocator locator(*mesh);
+    std::vector<SbVec3f> nodes;
+    for (int n = 0; n < mesh->getNumNodes(); ++n) nodes.push_back(mesh->getNodeCoord(n));
+    for (int n = 0; n < 3000; ++n) {
+      const float distance = n == 0 ? 0 : 0.2F * std::pow(10.0F, -7.0F * float(n) / 3000);
+      const SbVec3f point = start + SbVec3f(share(random), share(random), share(random)) * distance;
+      PiPlainCell cell;
+      ASSERT_TRUE(locator.find(point, cell, pcoord)) << distance;
+      EXPECT_LT((cell.value(pcoord, nodes.data()) - point).length(), 2e-6F) << distance;
+      EXPECT_TRUE(mesh->findContainingCell(point, 0, pcoord, mesh->getCell(n % mesh->getNumCells()))) << distance;
+    }
+  }
+}
+
+// Points on facets, edges and nodes, seen from every start cell: whatever way a path comes, it finds a cell.
+TEST(CellLocator, LosesNoPointOnABorder) {
+  for (const float dent : {0.0F, 0.1F, 0.25F}) {
+    const Nodes nodes = warpedNodes(9, 9, 9, dent, 3);
+    const PbCartesianGrid3D mesh(9, 9, 9, nodes.x.data(), nodes.y.data(), nodes.z.data(), 0);
+    const PiCellLocator locator(mesh);
+    std::mt19937 random(8);
+    std::uniform_real_distribution<float> share(0, 1);
+    SbVec3f pcoord;
+    for (int c = 0; c < mesh.getNumCells(); ++c)
+      for (int n = 0; n < 12; ++n) {
+        SbVec3f place(share(random), share(random), share(random));
+        place[n % 3] = float(n % 2);
+        if (n > 5) place[(n + 1) % 3] = float(n / 2 % 2);
+        float weights[8];
+        const PbCell* cell = mesh.getCell(c);
+        cell->getWeight(place, weights);
+        SbVec3d sum(0, 0, 0);  // so that points on the skin are rounded once only
+        for (int node = 0; node < 8; ++node) sum += SbVec3d(cell->getNodeCoord(node)) * double(weights[node]);
+        const SbVec3f point(sum);
+        ASSERT_TRUE(mesh.findContainingCell(point, 0, pcoord)) << c << ' ' << n;
+        ASSERT_TRUE(mesh.findContainingCell(point, 0, pcoord, mesh.getCell((c + n) % mesh.getNumCells()))) << c;
+        ASSERT_GE(locator.locate(point, c, pcoord), 0) << c << ' ' << n;
+      }
+  }
+}
+
+// Many small cells in one corner and a few that are large: the crowded part has a finer index.
+TEST(CellLocator, FindsInGradedMeshesWhatAWalkFinds) {
+  Nodes nodes = warpedNodes(26, 26, 26, 0.2F, 3);
+  for (auto* axis : {&nodes.x, &nodes.y, &nodes.z})
+    for (float& c : *axis) c = std::exp(0.4F * c);
+  const PbCartesianGrid3D mesh(26, 26, 26, nodes.x.data(), nodes.y.data(), nodes.z.data(), 0);
+  std::mt19937 random(8);
+  std::uniform_int_distribution<int> node(0, mesh.getNumNodes() - 1);
+  for (int n = 0; n < 60; ++n) {
+    const SbVec3f point = mesh.getNodeCoord(node(random)) * 0.7F + mesh.getNodeCoord(node(random)) * 0.3F;
+    ASSERT_EQ(search(mesh, point, 0), walk(mesh, point, 0));
   }
 }
