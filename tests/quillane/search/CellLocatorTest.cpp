@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "quillane/mesh/CellWalk.h"
+#include "quillane/mesh/WrappedMesh.h"
 #include "support/MeshFamily.h"
 
 namespace {
@@ -87,24 +88,6 @@ void expectSameAsMesh(const PbMesh& mesh) {
   }
 }
 
-// A mesh of the application: only what every mesh must have.
-class ForeignMesh : public PbMesh3D {
- public:
-  explicit ForeignMesh(const PbMesh3D& mesh) : PbMesh3D(0), m_mesh(mesh) {
-    setCounts(mesh.getNumNodes(), mesh.getNumCells(), 1);
-  }
-  SbVec3f getNodeCoord(int node) const override { return m_mesh.getNodeCoord(node); }
-  void getNodeOwnerCellsInd(int, PbArrayOfInt& cells) const override { cells.empty(); }
-  const PbCell* getCell(int cell) const override { return m_mesh.getCell(cell); }
-  const PbCell* getTopoCell(int cell) const override { return m_mesh.getTopoCell(cell); }
-
- protected:
-  void updateBoundingBox() const override { setBoundingBox(m_mesh.getBoundingBox()); }
-
- private:
-  const PbMesh3D& m_mesh;
-};
-
 }  // namespace
 
 class LocatorOfSurface : public testing::TestWithParam<MeshKind2D> {};
@@ -126,7 +109,7 @@ TEST_P(LocatorOfVolume, AnswersWhatTheMeshAnswers) {
   spec.numX = 6, spec.numY = 7, spec.numZ = 5;
   const auto sample = GetParam().make(spec, 0);
   expectSameAsMesh(*sample.mesh);
-  expectSameAsMesh(ForeignMesh(*sample.mesh));
+  expectSameAsMesh(WrappedMesh(*sample.mesh));
 }
 
 TEST_P(LocatorOfVolume, ServesManyThreads) {
