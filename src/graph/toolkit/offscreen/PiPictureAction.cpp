@@ -53,8 +53,8 @@ void PiScaledLineWidthElement::initClass() { SO_ELEMENT_INIT_CLASS(PiScaledLineW
 PiScaledLineWidthElement::~PiScaledLineWidthElement() = default;
 
 // What OpenGL begins with is set by the drawer.
-void PiScaledLineWidthElement::init(SoState* state) {
-  SoGLLineWidthElement::init(state);
+void PiScaledLineWidthElement::init(SoState* stateOfAction) {
+  SoGLLineWidthElement::init(stateOfAction);
   data = PiPixelScale::scaled(data);
 }
 
@@ -64,8 +64,8 @@ void PiScaledPointSizeElement::initClass() { SO_ELEMENT_INIT_CLASS(PiScaledPoint
 
 PiScaledPointSizeElement::~PiScaledPointSizeElement() = default;
 
-void PiScaledPointSizeElement::init(SoState* state) {
-  SoGLPointSizeElement::init(state);
+void PiScaledPointSizeElement::init(SoState* stateOfAction) {
+  SoGLPointSizeElement::init(stateOfAction);
   data = PiPixelScale::scaled(data);
 }
 
