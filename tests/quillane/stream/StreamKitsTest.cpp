@@ -5,12 +5,16 @@
 
 #include <gtest/gtest.h>
 
+#include <Inventor/nodes/SoSeparator.h>
+#include <Ormelle/PbCell.h>
 #include <Ormelle/PbLinearDataMapping.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
+#include <Ormelle/PoCellFilter.h>
 #include <Ormelle/PoOrmelle.h>
 #include <Ormelle/PoStreamLine.h>
 #include <Ormelle/PoStreamSurface.h>
 
+#include "quillane/stream/PiStreamPath.h"
 #include "quillane/stream/PiStreamStrip.h"
 #include "support/NodePtr.h"
 #include "support/SceneText.h"
@@ -167,6 +171,39 @@ TEST_F(StreamKits, WhatMakesNoPathMakesAnEmptyKit) {
   EXPECT_TRUE(areEmpty());
   m_mesh.reset();
   EXPECT_TRUE(areEmpty());
+}
+
+class NoCells : public PoCellFilter {
+ public:
+  int acceptCell(int, float) const override { return 0; }
+};
+
+TEST_F(StreamKits, AFilterThatRefusesAllLeavesAnEmptyKit) {
+  auto kit = make<PoStreamLine>({kStart});
+  NodePtr<SoSeparator> root(new SoSeparator);
+  root->addChild(new NoCells);
+  root->addChild(kit.get());
+  EXPECT_TRUE(Soup::of(root.get()).segments.empty());
+  root->removeChild(0);
+  EXPECT_FALSE(Soup::of(root.get()).segments.empty());
+}
+
+TEST_F(StreamKits, IntegrationFromAPointAndFromItsCellAreAlike) {
+  auto kit = make<PoStreamLine>({kStart});
+  PiStreamPath path, known;
+  EXPECT_EQ(path.getNumPoints(), -1);
+  float length = 0, time = 0;
+  kit->integrateStreamLine(kStart, path, length, time);
+  EXPECT_GT(path.getNumPoints(), 10);
+  EXPECT_NEAR(length, 7.9f, 0.2f);
+  EXPECT_NEAR(time, length / 2, 0.01f);
+  EXPECT_EQ(path.getTimes(), nullptr);
+  EXPECT_TRUE(path.endsAtSkin());
+  SbVec3f pcoord;
+  const PbCell* cell = m_mesh->findContainingCell(kStart, 0, pcoord);
+  kit->integrateStreamLine(cell, pcoord, kStart, known, length, time, nullptr, nullptr);
+  ASSERT_EQ(known.getNumPoints(), path.getNumPoints());
+  EXPECT_EQ(known.getPoints()[5], path.getPoints()[5]);
 }
 
 TEST_F(StreamKits, FieldsAreTheSameReadBack) {
