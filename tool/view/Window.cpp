@@ -5,6 +5,7 @@
 #include <QShortcut>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <QWindow>
 #include <cstdio>
 #include <filesystem>
 #include <utility>
@@ -17,6 +18,8 @@ namespace view {
 namespace {
 
 constexpr int kWatchEvery = 250;  // ms
+
+constexpr int kLooksBeforeUse = 10;  // of 50 ms each
 
 constexpr const char* kHelp =
     "<table cellpadding='3'>"
@@ -153,8 +156,12 @@ void Window::toggleFullScreen() {
   isFull ? showFullScreen() : showNormal();
 }
 
-// Without a window manager the area tells late that it may be drawn, so this is tried until it was.
+// The area has its size on the screen only some time after the window was shown; until then it is drawn in vain.
 void Window::doOnce() {
+  if (!windowHandle() || !windowHandle()->isExposed() || ++m_looks < kLooksBeforeUse) {
+    m_viewer->render();
+    return;
+  }
   const auto finish = [this](const std::string& problem) {
     if (!problem.empty()) m_problem = m_options.screenshot + ": " + problem;
     m_watch.stop();

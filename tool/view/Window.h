@@ -46,6 +46,7 @@ class Window : public QMainWindow {
   std::unique_ptr<Viewer> m_viewer;
   std::unique_ptr<ShownScene> m_scene;
   QTimer m_watch;
+  int m_looks = 0;        // at a window that ends when it was drawn
   std::string m_seen;     // the state of the files that was dealt with
   std::string m_pending;  // a newer one, which may not be complete
   std::string m_problem;
