@@ -75,7 +75,8 @@ TEST(OffscreenTest, SeesChangesAndOtherScenes) {
 // Whatever is drawn, bitmap text too, a picture in tiles is the picture in one piece.
 TEST(OffscreenTest, DrawsLargePicturesInTiles) {
   const NodePtr<SoSeparator> scene = read(
-      "#Inventor V2.1 ascii\nSeparator { PerspectiveCamera { position 0 0 5 } DirectionalLight {} Separator { Material "
+      "#Inventor V2.1 ascii\nSeparator { renderCaching ON PerspectiveCamera { position 0 0 5 } DirectionalLight {} "
+      "Separator { Material "
       "{ "
       "diffuseColor 0.2 0.5 0.9 } Sphere {} } BaseColor { rgb 0 0 0 } Font { size 12 } Separator { Translation { "
       "translation -0.9 0.05 1 } Text2 { string \"across the tiles\" } } DrawStyle { lineWidth 3 } Coordinate3 { point "

@@ -57,7 +57,8 @@ class CurrentContext {
   bool m_isCurrent;
 };
 
-// A render cache round a camera would keep the shift of the sample that made it: none may be used or made then.
+// A render cache round a camera would keep the shift of the sample, or the tile, that made it: none may be used or made
+// then.
 class WithoutRenderCaches {
  public:
   explicit WithoutRenderCaches(bool isNeeded) : m_number(SoSeparator::getNumRenderCaches()) {
@@ -159,7 +160,7 @@ void PiOffscreen::drawStaged(SoNode* scene) {
     m_error = "the OpenGL context was lost";
     return;
   }
-  const WithoutRenderCaches caching(m_samples > 1 && !stage.camera());
+  const WithoutRenderCaches caching((m_samples > 1 || m_tiles > 1) && !stage.camera());
   PiPixelScale::set(m_sizeFactor);
   m_picture = {m_width, m_height,
                std::vector<uint8_t>(4 * static_cast<std::size_t>(m_width) * static_cast<std::size_t>(m_height))};
