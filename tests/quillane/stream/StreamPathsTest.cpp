@@ -13,6 +13,7 @@
 #include <Ormelle/PbParalCartesianGrid3D.h>
 #include <Ormelle/PbRegularCartesianGrid2D.h>
 #include <Ormelle/PbRegularCartesianGrid3D.h>
+#include <Ormelle/PoBase.h>
 #include <Ormelle/PoOrmelle.h>
 
 #include "quillane/stream/PiStreamIntegrator.h"
