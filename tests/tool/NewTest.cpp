@@ -26,7 +26,7 @@ TEST_F(NewTest, EveryKindIsListedAndDraws) {
         if (png.at(x, y) != std::array{255, 255, 255, 255}) ++drawn;
     EXPECT_GT(drawn, 160 * 120 / 20);
   }
-  EXPECT_GE(count, 9);
+  EXPECT_GE(count, 11);
 }
 
 TEST_F(NewTest, OverwritesOnlyByForce) {
