@@ -19,7 +19,9 @@ namespace {
 
 constexpr int kWatchEvery = 250;  // ms
 
-constexpr int kLooksBeforeUse = 10;  // of 50 ms each
+constexpr int kLookEvery = 50;  // ms, at a window that ends when it was drawn
+constexpr int kLooksWhenShown = 10;
+constexpr int kMostLooks = 60;
 
 constexpr const char* kHelp =
     "<table cellpadding='3'>"
@@ -86,7 +88,7 @@ Window::Window(const Options& options) : m_options(options) {
   addKey("Q", [] { SoQt::exitMainLoop(); });
   if (isOnce) {
     connect(&m_watch, &QTimer::timeout, this, [this] { doOnce(); });
-    m_watch.start(50);
+    m_watch.start(kLookEvery);
   } else {
     connect(&m_watch, &QTimer::timeout, this, [this] { lookForChanges(); });
     m_watch.start(kWatchEvery);
@@ -158,7 +160,8 @@ void Window::toggleFullScreen() {
 
 // The area has its size on the screen only some time after the window was shown; until then it is drawn in vain.
 void Window::doOnce() {
-  if (!windowHandle() || !windowHandle()->isExposed() || ++m_looks < kLooksBeforeUse) {
+  const bool isShown = windowHandle() && windowHandle()->isExposed();
+  if (++m_looks < (isShown ? kLooksWhenShown : kMostLooks)) {
     m_viewer->render();
     return;
   }
