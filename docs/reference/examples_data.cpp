@@ -142,6 +142,7 @@ void examplePbNonLinearDataMapping2() {
   PbNonLinearDataMapping2 mapping;
   mapping.setValues(PbNonLinearDataMapping2::LINEAR_PER_LEVEL, 4, levels, colors);
   mapping.setMinThreshold(-9990);  // no colour: what is below isn't drawn
+  mapping.enableThresholds(1, 0);
   //! [PbNonLinearDataMapping2]
 }
 

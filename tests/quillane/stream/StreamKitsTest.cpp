@@ -77,6 +77,7 @@ TEST_F(StreamKits, LinesFollowTheFlowInTheirColors) {
 TEST_F(StreamKits, MappedLinesHaveTheColorOfTheirValuesAndGapsWithoutOne) {
   auto kit = make<PoStreamLine>({kStart});
   m_mapping.setMinThreshold(2);
+  m_mapping.enableThresholds(1, 0);
   kit->setDataMapping(&m_mapping);
   kit->valuesIndex = 0;
   const Soup soup = Soup::of(kit.get());
@@ -138,6 +139,7 @@ TEST_F(StreamKits, SurfaceHasTheColorsOfRakesOrValues) {
   for (const SoupTriangle& triangle : Soup::of(kit.get()).triangles)
     EXPECT_EQ(triangle[0].color, triangle[0].point[2] > 2 ? SbColor(1, 0, 0) : SbColor(0, 1, 0));
   m_mapping.setMaxThreshold(5);
+  m_mapping.enableThresholds(0, 1);
   kit->setDataMapping(&m_mapping);
   kit->valuesIndex = 0;
   const Soup soup = Soup::of(kit.get());
