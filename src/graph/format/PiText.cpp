@@ -17,18 +17,17 @@
 #include <algorithm>
 #include <cmath>
 
+#include "graph/data/PiFinite.h"
 #include "graph/format/PiTextLines.h"
 #include "graph/format/PiTextMetrics.h"
 #include "graph/toolkit/SoAnnoText3.h"
 
 namespace {
 
-bool isFinite(const SbVec3f& v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
-
 // Scales `v` to length 1 without overflow; false if it has no direction.
 bool makeUnit(SbVec3f& v) {
   const float greatest = std::max({std::abs(v[0]), std::abs(v[1]), std::abs(v[2])});
-  if (!isFinite(v) || greatest == 0) return false;
+  if (!isFinitePoint(v) || greatest == 0) return false;
   v = SbVec3f(v[0] / greatest, v[1] / greatest, v[2] / greatest);
   v.normalize();
   return true;
@@ -104,7 +103,7 @@ void PiText::setAttributes(const PbMiscTextAttr* attributes) {
 
 // No lines: there is nothing to draw, or nowhere.
 std::vector<std::string> PiText::prepareLines(const char* text, int isWrapped) const {
-  if (!text || !*text || !isFinite(m_position) || !(m_fontSize > 0) || !std::isfinite(m_fontSize)) return {};
+  if (!text || !*text || !isFinitePoint(m_position) || !(m_fontSize > 0) || !std::isfinite(m_fontSize)) return {};
   return PiTextLines::split(PiTextLines::toUtf8(text), m_endLineChar, isWrapped ? m_lineLength : 0);
 }
 

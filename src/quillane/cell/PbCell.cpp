@@ -8,12 +8,11 @@
 #include <cfloat>
 #include <cmath>
 
+#include "graph/data/PiFinite.h"
 #include "quillane/cell/PiCellTopology.h"
 #include "quillane/cell/PiLocate.h"
 
 namespace {
-
-bool isFinite(const SbVec3f& v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
 
 template <class Item>
 const Item* findItem(std::span<const Item> items, int i) {
@@ -57,7 +56,7 @@ void PbCell::setNodes(int index, const int* nodes, const float* x, const float* 
     m_nodes[node].setValue(x[nodes[node]], y[nodes[node]], z ? z[nodes[node]] : 0.0f);
 }
 
-bool PbCell::areNodesFinite() const { return std::all_of(m_nodes, m_nodes + m_numNodes, isFinite); }
+bool PbCell::areNodesFinite() const { return std::all_of(m_nodes, m_nodes + m_numNodes, isFinitePoint); }
 
 // ---- Indices
 
@@ -104,7 +103,7 @@ float PbCell::getLongestEdgeLength() const { return longestEdgeOf(m_topology->ed
 SbBox3f PbCell::getBoundingBox() const {
   SbVec3f low(FLT_MAX, FLT_MAX, FLT_MAX), high(-FLT_MAX, -FLT_MAX, -FLT_MAX);
   for (int node = 0; node < m_numNodes; ++node) {
-    if (!isFinite(m_nodes[node])) continue;
+    if (!isFinitePoint(m_nodes[node])) continue;
     for (int axis = 0; axis < 3; ++axis) {
       low[axis] = std::min(low[axis], m_nodes[node][axis]);
       high[axis] = std::max(high[axis], m_nodes[node][axis]);

@@ -6,6 +6,8 @@
 
 #include <Ormelle/PbMesh2D.h>
 
+#include "graph/data/PiFinite.h"
+
 namespace {
 
 /// Draws the heights of a mesh from a set of values for as long as it lives.
@@ -19,10 +21,6 @@ class PushedHeights {
  private:
   PbMesh2D& m_mesh;
 };
-
-bool isFinite(const SbVec3f& point) {
-  return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
-}
 
 }  // namespace
 
@@ -43,7 +41,7 @@ PiBoundary::PiBoundary(PbMesh2D& mesh, int heightsIndex) {
 
 void PiBoundary::addContour(const std::vector<SbVec3f>& points, int firstSegment) {
   const int num = static_cast<int>(points.size());
-  const auto isBroken = [&points](int node) { return !isFinite(points[static_cast<std::size_t>(node)]); };
+  const auto isBroken = [&points](int node) { return !isFinitePoint(points[static_cast<std::size_t>(node)]); };
   int start = 0;
   while (start < num && !isBroken(start)) ++start;
   const bool isWhole = start == num;

@@ -22,6 +22,7 @@
 #include <string>
 #include <vector>
 
+#include "graph/data/PiFinite.h"
 #include "quillane/emit/PiMeshNodes.h"
 #include "quillane/rep/PiMeshBuffers.h"
 #include "quillane/rep/PiSurfaceStore.h"
@@ -37,10 +38,6 @@ bool isEnvironmentOn(const char* name) {
   std::string upper(text);
   std::transform(upper.begin(), upper.end(), upper.begin(), [](unsigned char c) { return std::toupper(c); });
   return !(upper == "FALSE" || upper == "0" || upper == "NO" || upper == "OFF");
-}
-
-bool isFinitePlace(const SbVec3f& point) {
-  return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
 }
 
 /// Whether the nodes of all cells of a grid whose coordinates depend on one index each run the same way round.
@@ -69,15 +66,15 @@ bool areNodesFinite(const View& view) {
       // Along the axes is everywhere.
       const PiGridShape& shape = view.shape();
       bool areFinite = true;
-      for (int i = 0; i < shape.numX; ++i) areFinite = areFinite && isFinitePlace(view.point(i, 0, 0));
-      for (int j = 0; j < shape.numY; ++j) areFinite = areFinite && isFinitePlace(view.point(0, j, 0));
-      for (int k = 0; k < shape.numZ; ++k) areFinite = areFinite && isFinitePlace(view.point(0, 0, k));
+      for (int i = 0; i < shape.numX; ++i) areFinite = areFinite && isFinitePoint(view.point(i, 0, 0));
+      for (int j = 0; j < shape.numY; ++j) areFinite = areFinite && isFinitePoint(view.point(0, j, 0));
+      for (int k = 0; k < shape.numZ; ++k) areFinite = areFinite && isFinitePoint(view.point(0, 0, k));
       return areFinite;
     }
   }
   auto point = view.walker();
   for (int node = 0; node < view.numNodes(); ++node)
-    if (!isFinitePlace(point(node))) return false;
+    if (!isFinitePoint(point(node))) return false;
   return true;
 }
 
@@ -235,7 +232,7 @@ void PoMesh3D::makeLevelSurf(const View& view, const float* values) {
   }
   input.blocks = surface.blocks.get();
   input.plane = surface.plane;
-  if (!traits.areFinite) input.isNodeFinite = [&view](int node) { return isFinitePlace(view.point(node)); };
+  if (!traits.areFinite) input.isNodeFinite = [&view](int node) { return isFinitePoint(view.point(node)); };
   const auto isMirrored = [&view, isOutward = traits.isOutward](std::span<const int> nodes) {
     const double volume = signedCornerVolume(view, nodes);
     return isOutward ? volume < 0 : volume > 0;
@@ -311,7 +308,7 @@ void PoMesh3D::makeLevelSurfOfCells(const float* values) {
   adjustIsoval(mesh.getNumNodes(), values, surface.iso);
   const auto isUsable = [values](const PbCell& cell) {
     for (int n = 0; n < cell.getNumNodes(); ++n)
-      if (std::isnan(values[cell.getNodeIndex(n)]) || !isFinitePlace(cell.getNodeCoord(n))) return false;
+      if (std::isnan(values[cell.getNodeIndex(n)]) || !isFinitePoint(cell.getNodeCoord(n))) return false;
     return true;
   };
 

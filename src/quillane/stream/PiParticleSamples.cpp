@@ -4,15 +4,12 @@
 #include <cmath>
 #include <limits>
 
+#include "graph/data/PiFinite.h"
 #include "graph/frame/PiParallel.h"
 
 namespace {
 
 constexpr std::size_t kPathsInTask = 32;
-
-bool isFinitePoint(const SbVec3f& point) {
-  return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
-}
 
 int numUsablePoints(const PiTimedPath& path) {
   if (!path.points || !path.times) return 0;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "graph/data/PiFinite.h"
 #include "graph/frame/PiParallel.h"
 #include "quillane/search/PiCellLocator.h"
 
@@ -13,8 +14,6 @@ namespace {
 constexpr int kMostPointsOfAll = 4'000'000;
 constexpr int kMostPoints = 1'000'000;
 constexpr int kAlwaysGranted = 1000;
-
-bool isFinitePoint(const SbVec3f& p) { return std::isfinite(p[0]) && std::isfinite(p[1]) && std::isfinite(p[2]); }
 
 bool canFlow(const PiStreamField& field, const PiStreamLimits& limits) {
   return field.mesh && !field.mesh->isEmpty() && field.vectors && limits.stepFactor > 0;

@@ -6,15 +6,8 @@
 #include <Ormelle/PbCell.h>
 #include <Ormelle/PbGrid3D.h>
 
+#include "graph/data/PiFinite.h"
 #include "quillane/surface/PiMeshSkin.h"
-
-namespace {
-
-bool isFinitePlace(const SbVec3f& point) {
-  return std::isfinite(point[0]) && std::isfinite(point[1]) && std::isfinite(point[2]);
-}
-
-}  // namespace
 
 void PiCrossContour::cut(const PbMesh3D& mesh, const PiSectionPlane& plane, const float* values,
                          const PoCellFilter* filter, int filterValuesIndex) {
@@ -188,7 +181,7 @@ bool PiCrossContour::isDrawn(int cell) const {
   if (!topology) return false;
   for (int n = 0; n < topology->getNumNodes(); ++n) {
     const int node = topology->getNodeIndex(n);
-    if ((m_values && std::isnan(m_values[node])) || !isFinitePlace(m_mesh->getNodeCoord(node))) return false;
+    if ((m_values && std::isnan(m_values[node])) || !isFinitePoint(m_mesh->getNodeCoord(node))) return false;
   }
   return true;
 }

@@ -3,11 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-bool isFinite(const SbVec3f& v) { return std::isfinite(v[0]) && std::isfinite(v[1]) && std::isfinite(v[2]); }
-
-}  // namespace
+#include "graph/data/PiFinite.h"
 
 void PiVectorField::start(const Selection& selection) {
   m_selection = selection;
@@ -26,6 +22,6 @@ void PiVectorField::add(const SbVec3f& point, const SbVec3f& vector) {
   SbVec3f along = vector * m_selection.lengthFactor;
   if (m_selection.isConstantLength && module > 0) along *= 1 / module;
   // What isn't finite in the sum isn't in one of its parts, or too large to be drawn.
-  if (!std::isfinite(module) || !isFinite(point) || !isFinite(point + along)) return;
+  if (!std::isfinite(module) || !isFinitePoint(point) || !isFinitePoint(point + along)) return;
   m_vectors.push_back({point, along, module, index});
 }
