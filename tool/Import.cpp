@@ -4,10 +4,10 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <algorithm>
 #include <array>
@@ -32,7 +32,7 @@ constexpr int kSceneDescriptor = 3;
 
 std::string importProgram() {
   if (const char* named = std::getenv("ORMELLE_IMPORT"); named && *named) return named;
-  const std::string program = findProgram("ormelle_import");
+  std::string program = findProgram("ormelle_import");
   if (program.empty())
     throw Failure(
         "this is not a scene file, and ormelle_import, which reads files of other programs, is not installed");
@@ -92,6 +92,7 @@ pid_t start(const std::vector<std::string>& command, int scene, Pipe& out, Pipe&
   posix_spawn_file_actions_adddup2(&spawn.actions, err.to.number(), STDERR_FILENO);
   posix_spawn_file_actions_adddup2(&spawn.actions, scene, kSceneDescriptor);
   std::vector<char*> arguments;
+  arguments.reserve(command.size() + 1);
   for (const std::string& word : command) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   pid_t child = 0;

@@ -6,9 +6,9 @@
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <poll.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <array>
 #include <cstdint>

@@ -10,9 +10,9 @@
 //
 // reads N damaged copies of each file, see Job.h.
 
-#include <signal.h>
 #include <sys/prctl.h>
 #include <unistd.h>
+#include <csignal>
 
 #include <algorithm>
 #include <charconv>

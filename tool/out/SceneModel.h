@@ -28,7 +28,8 @@ struct ModelLook {
   uint32_t specular = 0;    ///< 0xrrggbb
   uint32_t shininess = 51;  ///< 0 to 255
   int texture = -1;         ///< the index of its texture
-  auto operator<=>(const ModelLook&) const = default;
+  // clang-tidy takes the 0 that the compiler compares with for a pointer.
+  auto operator<=>(const ModelLook&) const = default;  // NOLINT(modernize-use-nullptr)
 };
 
 struct ModelVertex {

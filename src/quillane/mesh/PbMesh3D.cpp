@@ -9,7 +9,7 @@ PbMesh3D::PbMesh3D(int isDataDuplicate) : PbMesh(isDataDuplicate) {}
 PbMesh3D::PbMesh3D(const PbMesh3D& other) : PbMesh(other), m_skins(nullptr) {}
 
 PbMesh3D& PbMesh3D::operator=(const PbMesh3D& other) {
-  PbMesh::operator=(other);
+  if (this != &other) PbMesh::operator=(other);
   return *this;
 }
 
