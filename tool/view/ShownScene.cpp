@@ -29,6 +29,7 @@ std::vector<Node*> findAll(SoNode* root) {
   search.setSearchingAll(TRUE);
   search.apply(root);
   std::vector<Node*> found;
+  found.reserve(static_cast<std::size_t>(search.getPaths().getLength()));
   for (int i = 0; i < search.getPaths().getLength(); ++i)
     found.push_back(static_cast<Node*>(search.getPaths()[i]->getTail()));
   return found;
