@@ -36,8 +36,10 @@ std::vector<float> meansAtNodes(const PbMesh& mesh, const std::vector<float>& va
     const PbCell* nodes = mesh.getTopoCell(cell);
     if (!nodes || !std::isfinite(values[sizeOf(cell)])) continue;
     for (int i = 0; i < nodes->getNumNodes(); ++i) {
-      sums[sizeOf(nodes->getNodeIndex(i))] += static_cast<double>(values[sizeOf(cell)]);
-      ++counts[sizeOf(nodes->getNodeIndex(i))];
+      const int node = nodes->getNodeIndex(i);
+      if (node < 0) continue;
+      sums[sizeOf(node)] += static_cast<double>(values[sizeOf(cell)]);
+      ++counts[sizeOf(node)];
     }
   }
   std::vector<float> means(sums.size(), std::numeric_limits<float>::quiet_NaN());
