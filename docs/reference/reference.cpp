@@ -105,7 +105,8 @@ std::vector<Picture> readPictures(const fs::path& gallery, const fs::path& examp
     if (!json.is_object()) continue;
     picture.title = json.value("title", picture.name);
     picture.caption = json.value("caption", "");
-    std::string source = textOf(isScene ? fs::path(scene.string() + ".iv") : examples / (picture.name + ".cpp"));
+    std::string source =
+        textOf(isScene ? fs::path(scene.string() + ".iv") : examples / json.value("program", picture.name + ".cpp"));
     static const std::regex kFile(R"re("(meshes/\w+\.iv)")re");  // the mesh node stands in a file of its own
     std::string meshes;
     for (auto it = std::sregex_iterator(source.begin(), source.end(), kFile); it != std::sregex_iterator(); ++it) {
