@@ -28,6 +28,7 @@
 #include <Ormelle/PoOrmelle.h>
 #include <Ormelle/PoPieChart2D.h>
 #include <Ormelle/PoSingleHistogram.h>
+#include <Ormelle/PoStreamParticleMotion.h>
 
 namespace docs {
 
@@ -117,6 +118,25 @@ void examplePoVectorGlyphs(PoMesh2DVec* kit, PbMesh2D* mesh) {
   kit->endArrowShape = PoVectorGlyphs::CONE;
   kit->bodyColoringType = PoVectorGlyphs::MODULE_MAPPING_COLOR;
   //! [PoVectorGlyphs]
+}
+
+void examplePoBaseStreamLine(PoBaseStreamLine* kit, PbMesh* mesh) {
+  //! [PoBaseStreamLine]
+  const SbVec3f starts[] = {SbVec3f(0, 0, 1), SbVec3f(0, 0, 2)};
+  kit->setMesh(mesh);
+  kit->vecsIndex = 0;
+  kit->startPoints.setValues(0, 2, starts);
+  kit->maxLength = 50;
+  //! [PoBaseStreamLine]
+}
+
+void examplePoStreamParticleMotion(PoStreamParticleMotion* kit) {
+  //! [PoStreamParticleMotion]
+  kit->timeStep = 0.5f;     // from frame to frame
+  kit->pulseFrequency = 8;  // frames, until the next particle is where the first one was
+  kit->isBlinking = FALSE;  // stands ...
+  kit->viewFrame = 3;       // ... at this frame
+  //! [PoStreamParticleMotion]
 }
 
 void examplePoMesh3DVecGridCrossSection(SoSeparator* root, PbMesh3D* mesh) {

@@ -117,11 +117,13 @@ class ORMELLE_API PoTimeAxis : public PoAxis {
     FORM_MONTH_NAME = 6,
     FORM_YEAR = 7
   };
+  /// A piece of a date in a text.
   struct Tdate_elem {
     int count;  ///< letters of a name, 0 for all
     Tdate_elem_form form;
     char* text;  ///< what follows, null if absent
   };
+  /// How the gradations of one level are spaced and written.
   struct Tdate_axis_level_rep {
     Tdate_step step;
     float numStep;
@@ -130,11 +132,14 @@ class ORMELLE_API PoTimeAxis : public PoAxis {
     int numElem;
     Tdate_elem* elems;
   };
+  /// A representation: its levels, the finest first.
   struct Tdate_axis_rep {
     int numLevel;
     Tdate_axis_level_rep* levels;
   };
+  /// A list of periods of time.
   struct Tdate_list {
+    /// A period: so many of a unit.
     struct Date {
       float value;
       Tdate_step unit;
