@@ -68,7 +68,7 @@ TEST_F(StreamPaths, ErrorFallsWithTheSquareOfTheStep) {
     EXPECT_NEAR(last.time, std::atan2(last.point[1], last.point[0]) + 2 * std::numbers::pi * (last.point[1] < 0), 0.01);
     limits.length = 1.1F;
     // On a path of the saddle x * y stays the same.
-    const PiStreamStep& far = follow(*saddle, SbVec3f(0.1F, 0.9F, 0), limits).steps.back();
+    const PiStreamStep far = follow(*saddle, SbVec3f(0.1F, 0.9F, 0), limits).steps.back();
     errors[1][i] = std::fabs(far.point[0] * far.point[1] - 0.09);
   }
   for (const auto& error : errors) {
