@@ -72,7 +72,7 @@ std::string currentProblem() {
   return text;
 }
 
-void limitProcess(unsigned long megabytes, unsigned long seconds) {
+void limitProcess([[maybe_unused]] unsigned long megabytes, unsigned long seconds) {
   limit(RLIMIT_CORE, 0);
 #ifndef ORMELLE_IMPORT_SANITIZED  // those map more than any memory
   if (megabytes > 0) limit(RLIMIT_AS, static_cast<rlim_t>(megabytes) << 20);
