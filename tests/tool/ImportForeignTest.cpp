@@ -11,12 +11,12 @@
 namespace {
 
 using Numbers = std::vector<double>;
-constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
+[[maybe_unused]] constexpr double kMissing = std::numeric_limits<double>::quiet_NaN();
 
 class ImportForeign : public ImportTest {};
 
 // Equal, where NaN equals NaN.
-void expectValues(const Numbers& got, const Numbers& wanted) {
+[[maybe_unused]] void expectValues(const Numbers& got, const Numbers& wanted) {
   ASSERT_EQ(got.size(), wanted.size());
   for (std::size_t i = 0; i < got.size(); ++i) {
     if (std::isnan(wanted[i]))
