@@ -8,7 +8,7 @@
 
 namespace python {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 /// One truth for each cell, the very array that was given if it is in C order.
 using MaskArray = py::array_t<bool, py::array::c_style>;
@@ -26,17 +26,12 @@ class PythonCellFilter final : public PoCellFilter {
   }
 
   void setCells(py::object cells) {
-    if (cells.is_none() || PyCallable_Check(cells.ptr()) != 0) {
-      m_mask = MaskArray();
-      m_hasMask = false;
-    } else {
-      MaskArray mask = maskOf(cells);
-      cells = mask;
-      m_mask = std::move(mask);
-      m_hasMask = true;
-    }
-    m_truths = m_hasMask ? m_mask.data() : nullptr;
-    m_numTruths = m_mask.size();
+    MaskArray mask;
+    const bool isMask = !cells.is_none() && PyCallable_Check(cells.ptr()) == 0;
+    if (isMask) cells = mask = maskOf(cells);
+    m_hasMask = isMask;
+    m_truths = mask.data();
+    m_numTruths = mask.size();
     m_cells = std::move(cells);
     touch();
   }
@@ -67,14 +62,11 @@ class PythonCellFilter final : public PoCellFilter {
     setCells(static_cast<const PythonCellFilter*>(from)->m_cells);
   }
   ~PythonCellFilter() override {
-    if (!Py_IsInitialized()) {
-      m_cells.release();
-      m_mask.release();
-      return;
-    }
-    const py::gil_scoped_acquire locked;
-    m_cells = py::none();
-    m_mask = MaskArray();
+    PyObject* cells = m_cells.release().ptr();
+    if (!Py_IsInitialized()) return;
+    const PyGILState_STATE state = PyGILState_Ensure();
+    Py_DECREF(cells);
+    PyGILState_Release(state);
   }
 
  private:
@@ -115,7 +107,6 @@ class PythonCellFilter final : public PoCellFilter {
   }
 
   py::object m_cells = py::none();
-  MaskArray m_mask;
   const bool* m_truths = nullptr;
   py::ssize_t m_numTruths = 0;
   bool m_hasMask = false;

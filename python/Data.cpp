@@ -19,7 +19,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 // ---- Colours --------------------------------------------------------------------------------------------------------
 
@@ -190,7 +190,7 @@ void setBox(PbDomain& domain, const std::vector<double>& box, PbDomain::Bounding
     domain.setDomain(sides[0], sides[1], sides[2], sides[3], sides[4], sides[5], type);
 }
 
-py::tuple boxOf(const PbDomain& domain) {
+py::tuple limitsOf(const PbDomain& domain) {
   float xmin, ymin, zmin, xmax, ymax, zmax;
   domain.getDomain(xmin, ymin, zmin, xmax, ymax, zmax);
   return py::make_tuple(xmin, ymin, zmin, xmax, ymax, zmax);
@@ -210,7 +210,7 @@ void setDates(PbDateFormatMapping& mapping, const std::string& date1, const std:
                           mapping.getFormat().getString() + "\"");
 }
 
-float coordinateOf(const PbDateFormatMapping& mapping, const std::string& date) {
+float dateCoordinateOf(const PbDateFormatMapping& mapping, const std::string& date) {
   float coordinate;
   if (mapping.getCoordinate(date.c_str(), coordinate) == 0)
     throw py::value_error("\"" + date + "\" can't be read as a date in the format \"" +
@@ -377,7 +377,7 @@ void addDomain(py::module_& module) {
             setBox(self, sidesOf(sides), type);
           },
           "type"_a = PbDomain::BOX_AS_GIVEN)
-      .def("getDomain", &boxOf, "xmin, ymin, zmin, xmax, ymax, zmax.")
+      .def("getDomain", &limitsOf, "xmin, ymin, zmin, xmax, ymax, zmax.")
       .def("getTransformType", &PbDomain::getTransformType)
       .def("setTransformType", &PbDomain::setTransformType, "type"_a);
 }
@@ -420,7 +420,7 @@ void addFormats(py::module_& module) {
            })
       .def("setFormat", &setDateFormat, "format"_a)
       .def("getFormat", [](const PbDateFormatMapping& self) { return std::string(self.getFormat().getString()); })
-      .def("getCoordinate", &coordinateOf, "date"_a);
+      .def("getCoordinate", &dateCoordinateOf, "date"_a);
 
   py::class_<PbMiscTextAttr, PbBase>(module, "PbMiscTextAttr", "The look of generated text.")
       .def(py::init([](const std::string& fontName) {

@@ -27,7 +27,7 @@ py::dict enumOf(const SoField& field) {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 /// One try to give a field a value: true if the field is of the class tried.
 class FieldSetter {
@@ -172,7 +172,7 @@ class FieldSetter {
     const py::array given = py::array::ensure(m_value);
     if (!given || (given.size() > 0 && given.dtype().kind() != 'i' && given.dtype().kind() != 'u'))
       refuse("whole numbers");
-    const IntArray numbers(given);
+    IntArray numbers(given);
     if (given.size() > 0 && !py::cast<bool>(py::module_::import("numpy").attr("array_equal")(numbers, given)))
       throw py::value_error(m_name + " has numbers that are too large for it");
     return numbers;

@@ -31,7 +31,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 /// Keeps the data objects that nodes were given alive for as long as the nodes live.
 class GivenData {

@@ -25,7 +25,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 /// What one class of nodes has, and those derived from it.
 class Members {

@@ -16,7 +16,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 bool isOurs(const std::string& name) {
   // The toolkit leaves "So" away, so that PointLight and its like come along; none has a capital there.

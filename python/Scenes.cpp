@@ -25,7 +25,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 /// Collects what toolkit and library complain of, and makes warnings of Python of it.
 class Complaints {
