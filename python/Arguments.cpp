@@ -155,14 +155,20 @@ py::tuple tupleOf(const SbVec3f& vector) { return py::make_tuple(vector[0], vect
 
 // ---- Nodes: objects of Pivy hold the address of their node, which int() tells ---------------------------------------
 
+void* addressOf(py::handle object, const char* pivyClass, const char* what) {
+  if (!py::isinstance(object, pivy().attr(pivyClass)))
+    throw py::type_error(std::string(what) + " must be Pivy's " + pivyClass + ", not " + kindOf(object));
+  const py::object pointer = py::getattr(object, "this", py::none());
+  void* address = pointer.is_none() ? nullptr : PyLong_AsVoidPtr(py::int_(pointer).ptr());
+  if (!address) throw py::type_error(std::string(what) + " is empty: its constructor didn't come to its end");
+  return address;
+}
+
 SoNode* nodeOf(py::handle object, const char* what) {
   static const py::object& nodeClass = lasting(pivy().attr("SoNode"));
   if (!py::isinstance(object, nodeClass))
     throw py::type_error(std::string(what) + " must be a node of Pivy or Ormelle, not " + kindOf(object));
-  const py::object pointer = py::getattr(object, "this", py::none());
-  void* node = pointer.is_none() ? nullptr : PyLong_AsVoidPtr(py::int_(pointer).ptr());
-  if (!node) throw py::type_error(std::string(what) + " has no node: its constructor didn't come to its end");
-  return static_cast<SoNode*>(node);
+  return pointerOf<SoNode>(object, "SoNode", what);
 }
 
 // Pivy makes the object that suits the class of a node when it hands out the child of a group. That object holds no

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+class SoField;
 class SoNode;
 
 /// The Python module: what comes from Python is checked here, before the library sees it, and answered with an
@@ -56,16 +57,28 @@ py::tuple tupleOf(const SbVec3f& vector);
 
 /// The node behind an object of Pivy or of ours; `what` names the argument in the TypeError that answers anything else.
 SoNode* nodeOf(py::handle object, const char* what);
+/// The same for other objects of Pivy, of which `pivyClass` names the class, the counterpart of Class.
+void* addressOf(py::handle object, const char* pivyClass, const char* what);
+template <class Class>
+Class* pointerOf(py::handle object, const char* pivyClass, const char* what) {
+  return static_cast<Class*>(addressOf(object, pivyClass, what));
+}
 /// An object of Pivy for a node, which has a reference of its own to it and gives it back when it goes. Null is None.
 py::object proxyOf(SoNode* node);
 /// An object that only keeps a node alive.
 py::capsule referenceTo(SoNode* node);
+/// The values of the enumeration of a field by their names; empty of other fields.
+py::dict enumOf(const SoField& field);
 
 // ---- What each source adds to the module ----------------------------------------------------------------------------
 
+void addCellFilter(py::module_& module);
 void addData(py::module_& module);
+void addFields(py::module_& module);
 void addMeshes(py::module_& module);
 void addMeshClasses(py::module_& module);
+void addNodeData(py::module_& module);
+void addNodeFunctions(py::module_& module);
 void addNodes(py::module_& module);
 void addScenes(py::module_& module);
 

@@ -13,13 +13,13 @@
 #include <cmath>
 #include <memory>
 
-#include "Arguments.h"
+#include "Callbacks.h"
 
 namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 // ---- Colours --------------------------------------------------------------------------------------------------------
 
@@ -33,10 +33,13 @@ std::array<float, 4> rgbaOf(const PbDataMapping& mapping, float value) {
 
 py::object colorOfValues(const PbDataMapping& mapping, py::handle values) {
   const FloatArray numbers = floatsOf(values, "values");
+  RaisedInside raised;
   if (numbers.ndim() == 0) {
     const float value = *numbers.data();
-    if (!mapping.getRGBColor(value)) return py::none();
+    const bool isColored = mapping.getRGBColor(value) != nullptr;
     const std::array<float, 4> rgba = rgbaOf(mapping, value);
+    raised.raise();
+    if (!isColored) return py::none();
     return py::make_tuple(rgba[0], rgba[1], rgba[2], rgba[3]);
   }
   std::vector<py::ssize_t> shape(numbers.shape(), numbers.shape() + numbers.ndim());
@@ -45,11 +48,14 @@ py::object colorOfValues(const PbDataMapping& mapping, py::handle values) {
   float* out = colors.mutable_data();
   for (py::ssize_t i = 0; i < numbers.size(); ++i)
     for (const float channel : rgbaOf(mapping, numbers.data()[i])) *out++ = channel;
+  raised.raise();
   return colors;
 }
 
 py::object rgbOf(const PbDataMapping& mapping, float value) {
+  RaisedInside raised;
   const SbColor* color = mapping.getRGBColor(value);
+  raised.raise();
   return color ? py::object(tupleOf(*color)) : py::none();
 }
 
@@ -96,7 +102,7 @@ void setTable(PbNonLinearDataMapping2& mapping, py::handle type, py::handle valu
       transparency.size() > 0 ? transparency.data() : nullptr);
 }
 
-/// A mapping by functions of Python. One that raises has its exception reported, and gives no colour.
+/// A mapping by functions of Python. One that raises gives no colour; see noteException().
 class FunctionMapping : public PbNonLinearDataMapping {
  public:
   void setColors(py::object function) {
@@ -123,11 +129,8 @@ class FunctionMapping : public PbNonLinearDataMapping {
       if (color.is_none()) return nullptr;
       mapping->m_answer = python::colorOf(color, "what the colour function returns");
       return &mapping->m_answer;
-    } catch (py::error_already_set& error) {
-      error.discard_as_unraisable(mapping->m_color);
-    } catch (const std::exception& error) {
-      PyErr_SetString(PyExc_ValueError, error.what());
-      PyErr_WriteUnraisable(mapping->m_color.ptr());
+    } catch (...) {
+      noteException(mapping->m_color, mapping->self());
     }
     return nullptr;
   }
@@ -136,25 +139,18 @@ class FunctionMapping : public PbNonLinearDataMapping {
     const py::gil_scoped_acquire locked;
     try {
       return transparencyOf(py::cast<double>(mapping->m_transparency(value)));
-    } catch (py::error_already_set& error) {
-      error.discard_as_unraisable(mapping->m_transparency);
-    } catch (const std::exception& error) {
-      PyErr_SetString(PyExc_ValueError, error.what());
-      PyErr_WriteUnraisable(mapping->m_transparency.ptr());
+    } catch (...) {
+      noteException(mapping->m_transparency, mapping->self());
     }
     return 0;
   }
+
+  py::object self() { return py::cast(static_cast<PbNonLinearDataMapping*>(this), py::return_value_policy::reference); }
 
   py::object m_color = py::none();
   py::object m_transparency = py::none();
   SbColor m_answer;
 };
-
-py::object checkedFunction(py::object function) {
-  if (!function.is_none() && PyCallable_Check(function.ptr()) == 0)
-    throw py::type_error("a function of a value is wanted, not " + kindOf(function));
-  return function;
-}
 
 // ---- Isovalues, domain, formats -------------------------------------------------------------------------------------
 
@@ -194,7 +190,7 @@ void setBox(PbDomain& domain, const std::vector<double>& box, PbDomain::Bounding
     domain.setDomain(sides[0], sides[1], sides[2], sides[3], sides[4], sides[5], type);
 }
 
-py::tuple boxOf(const PbDomain& domain) {
+py::tuple limitsOf(const PbDomain& domain) {
   float xmin, ymin, zmin, xmax, ymax, zmax;
   domain.getDomain(xmin, ymin, zmin, xmax, ymax, zmax);
   return py::make_tuple(xmin, ymin, zmin, xmax, ymax, zmax);
@@ -214,7 +210,7 @@ void setDates(PbDateFormatMapping& mapping, const std::string& date1, const std:
                           mapping.getFormat().getString() + "\"");
 }
 
-float coordinateOf(const PbDateFormatMapping& mapping, const std::string& date) {
+float dateCoordinateOf(const PbDateFormatMapping& mapping, const std::string& date) {
   float coordinate;
   if (mapping.getCoordinate(date.c_str(), coordinate) == 0)
     throw py::value_error("\"" + date + "\" can't be read as a date in the format \"" +
@@ -276,20 +272,22 @@ void addMappings(py::module_& module) {
   py::class_<PbNonLinearDataMapping, PbDataMapping, FunctionMapping>(module, "PbNonLinearDataMapping")
       .def(py::init([](py::object function) {
              auto mapping = std::make_unique<FunctionMapping>();
-             if (!function.is_none()) mapping->setColors(checkedFunction(std::move(function)));
+             if (!function.is_none()) mapping->setColors(checkedFunction(std::move(function), "a function of a value"));
              return mapping.release();
            }),
            "function"_a = py::none(), "A function that gives the colour of a value, or None if it has no colour.")
       .def(
           "setRGBFunction",
           [](PbNonLinearDataMapping& self, py::object function) {
-            static_cast<FunctionMapping&>(self).setColors(checkedFunction(std::move(function)));
+            static_cast<FunctionMapping&>(self).setColors(
+                checkedFunction(std::move(function), "a function of a value"));
           },
           "function"_a)
       .def(
           "setTransparencyFunction",
           [](PbNonLinearDataMapping& self, py::object function) {
-            static_cast<FunctionMapping&>(self).setTransparencies(checkedFunction(std::move(function)));
+            static_cast<FunctionMapping&>(self).setTransparencies(
+                checkedFunction(std::move(function), "a function of a value"));
           },
           "function"_a);
 
@@ -379,7 +377,7 @@ void addDomain(py::module_& module) {
             setBox(self, sidesOf(sides), type);
           },
           "type"_a = PbDomain::BOX_AS_GIVEN)
-      .def("getDomain", &boxOf, "xmin, ymin, zmin, xmax, ymax, zmax.")
+      .def("getDomain", &limitsOf, "xmin, ymin, zmin, xmax, ymax, zmax.")
       .def("getTransformType", &PbDomain::getTransformType)
       .def("setTransformType", &PbDomain::setTransformType, "type"_a);
 }
@@ -422,7 +420,7 @@ void addFormats(py::module_& module) {
            })
       .def("setFormat", &setDateFormat, "format"_a)
       .def("getFormat", [](const PbDateFormatMapping& self) { return std::string(self.getFormat().getString()); })
-      .def("getCoordinate", &coordinateOf, "date"_a);
+      .def("getCoordinate", &dateCoordinateOf, "date"_a);
 
   py::class_<PbMiscTextAttr, PbBase>(module, "PbMiscTextAttr", "The look of generated text.")
       .def(py::init([](const std::string& fontName) {

@@ -27,7 +27,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 using Shape = std::vector<py::ssize_t>;
 

@@ -19,7 +19,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 // ---- Data sets ------------------------------------------------------------------------------------------------------
 
@@ -206,6 +206,7 @@ py::object arrayOf(PbMesh& mesh, py::handle set) {
 std::vector<std::string> stringsOf(PbMesh& mesh, py::handle set) {
   const auto* data = StringsKind::of(mesh).find(indexOf<StringsKind>(mesh, set));
   std::vector<std::string> strings;
+  strings.reserve(static_cast<std::size_t>(data->data.getNum()));
   for (int n = 0; n < data->data.getNum(); ++n) strings.emplace_back(data->data[n].getString());
   return strings;
 }
@@ -331,7 +332,7 @@ py::object cellNodesOf(const PbMesh& mesh, int index) {
   return nodes;
 }
 
-std::string textOf(const py::object& self) {
+std::string reprOf(const py::object& self) {
   const auto& mesh = py::cast<const PbMesh&>(self);
   std::string text = "<ormelle." + py::cast<std::string>(py::type::of(self).attr("__name__")) + ": " + sizesOf(mesh);
   for (const auto& [index, data] : ValuesKind::of(mesh))
@@ -433,10 +434,10 @@ void addMeshes(py::module_& module) {
       .def_property_readonly("string_names", &namesOf<StringsKind>)
       .def("touch", &touch, "Says that the numbers in shared arrays were changed: everything is computed anew.")
       .def("_copyTo", &copyTo, "node"_a)
-      .def("__repr__", &textOf);
+      .def("__repr__", &reprOf);
 
-  py::class_<PbMesh1D, PbMesh>(module, "PbMesh1D");
-  py::class_<PbMesh2D, PbMesh>(module, "PbMesh2D");
+  const py::class_<PbMesh1D, PbMesh> mesh1D(module, "PbMesh1D");
+  const py::class_<PbMesh2D, PbMesh> mesh2D(module, "PbMesh2D");
   py::class_<PbMesh3D, PbMesh>(module, "PbMesh3D").def("isCrossSectionOptimal", &PbMesh3D::isCrossSectionOptimal);
   py::class_<PbGrid2D, PbMesh2D>(module, "PbGrid2D")
       .def("getDim",

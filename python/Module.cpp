@@ -14,5 +14,9 @@ PYBIND11_MODULE(_core, module) {
   python::addMeshes(module);
   python::addMeshClasses(module);
   python::addNodes(module);
+  python::addNodeData(module);
+  python::addNodeFunctions(module);
+  python::addFields(module);
+  python::addCellFilter(module);
   python::addScenes(module);
 }

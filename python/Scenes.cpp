@@ -17,7 +17,7 @@
 #include "../tool/Failure.h"
 #include "../tool/SceneCheck.h"
 #include "../tool/SceneFile.h"
-#include "Arguments.h"
+#include "Callbacks.h"
 #include "graph/toolkit/offscreen/PiOffscreen.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
 
@@ -25,7 +25,7 @@ namespace python {
 
 namespace {
 
-using py::literals::operator""_a;
+using namespace pybind11::literals;
 
 /// Collects what toolkit and library complain of, and makes warnings of Python of it.
 class Complaints {
@@ -153,8 +153,10 @@ py::array_t<uint8_t> render(py::handle scene, py::ssize_t width, py::ssize_t hei
   offscreen.setViewpoint(viewpoint);
 
   Complaints complaints;
+  RaisedInside raised;
   tool::checkScene(node, "the scene");
   if (!offscreen.draw(node)) throw std::runtime_error(offscreen.error());
+  raised.raise();
   complaints.warn();
   return arrayOf(offscreen.picture());
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over the library, the tool and the examples as a build folder compiles them, several at a time.
+"""Runs clang-tidy over library, tool, Python module and examples as a build folder compiles them, several at a time.
 
 usage: tools/tidy.py BUILD_FOLDER [JOBS]
 
@@ -20,7 +20,7 @@ import sys
 import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ("src", "tool", "examples")  # of the build folder
+FOLDERS = ("src", "tool", "python", "examples")  # of the build folder
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME") or pathlib.Path.home() / ".cache") / "ormelle-tidy"
 
 

@@ -61,7 +61,7 @@ class OrmelleNode:
     """
 
     def __init__(self, data=None, **values):
-        self._hold(_core.make_node(type(self)._type_name))
+        self._hold(_core.make_node(_MADE_AS.get(self._type_name, self._type_name)))
         if data is not None:
             self._take(data)
         for name, value in values.items():
@@ -79,7 +79,7 @@ class OrmelleNode:
         return coin.SoType.fromName(cls._type_name)
 
     def __setattr__(self, name, value):
-        if name.startswith("_") or name in ("this", "thisown"):
+        if name.startswith("_") or name in ("this", "thisown") or isinstance(getattr(type(self), name, None), property):
             object.__setattr__(self, name, value)
         elif name in self._data:
             _core.set_data(self, self._data[name], value)
@@ -164,18 +164,49 @@ class _MeshNode:
         self.touch()
 
 
+class _CellFilter:
+    """Says which cells of a mesh the kits behind it show: sections, skins, level surfaces, streams.
+
+        filter = ormelle.PoCellFilter(temperature > 20)   # an array of True and False, one for each cell
+        filter = ormelle.PoCellFilter(lambda cell, value: cell % 2 == 0)
+        scene = ormelle.group(filter, ormelle.PoMeshSkin(mesh=grid))
+
+    See setCells(). PoIntervalCellFilter is one by the values of cells, which files keep, too.
+    """
+
+    def _take(self, data):
+        self.setCells(data)
+
+    def setCells(self, cells):
+        """What to show: an array with True or False for each cell of the mesh, by the index of cells, or in the shape of a
+        grid's cells; or a function of a cell's index and its value in the kit's set `valuesIndexForCellFilter` (0 without
+        one), which is far slower. None shows all cells. An array in C order is shared: after changes in it, call touch().
+        """
+        _core.set_cells(self, cells)
+
+    def getCells(self):
+        """The array or the function."""
+        return _core.get_cells(self)
+
+    cells = property(getCells, setCells)
+
+
+_EXTRAS = {"PoMeshProperty": _MeshNode, "PoCellFilter": _CellFilter}
+_MADE_AS = {"PoCellFilter": "PythonCellFilter"}  # abstract in C++
+
+
 def _make_class(name, parent):
     if parent in _parents:
         bases = (node_class(parent),)
     else:
         bases = (OrmelleNode, _pivy_class(parent))
-    if name == "PoMeshProperty":
-        bases = (_MeshNode, *bases)
+    if name in _EXTRAS:
+        bases = (_EXTRAS[name], *bases)
     about = _core.describe(name)
     slots = _core.data_slots(name)
     members = {
         "__module__": "ormelle",
-        "__doc__": _docstring(name, about),
+        "__doc__": _EXTRAS[name].__doc__ if name in _MADE_AS else _docstring(name, about),
         "_type_name": name,
         "_fields": about["fields"],
         "_parts": about["parts"],
@@ -186,10 +217,7 @@ def _make_class(name, parent):
     for slot, wanted in slots.items():
         members["set" + slot] = _setter(slot, wanted)
         members["get" + slot] = _getter(slot, wanted)
-    if name == "PoBase":
-        for function in ("rebuild", "touchKit", "isModified", "isBuilt", "enableDomainTransform"):
-            members[function] = _kit_function(function)
-        members.update(UPDATE_IMMEDIATE=0, UPDATE_AT_TRAVERSAL=1, setUpdateMethod=_kit_function("setUpdateMethod"))
+    members.update(_core.node_members.get(name, {}))
     return type(name, bases, members)
 
 
@@ -223,17 +251,6 @@ def _getter(slot, wanted):
     return getter
 
 
-def _kit_function(name):
-    call = getattr(_core.kit_functions, name)
-
-    def function(self, *arguments):
-        return call(self, *arguments)
-
-    function.__name__ = name
-    function.__doc__ = call.__doc__
-    return function
-
-
 def _field_text(name, field):
     """What the headers say of a field, in the class that it comes from."""
     while name in _parents:
@@ -246,7 +263,7 @@ def _field_text(name, field):
 
 def _docstring(name, about):
     lines = [DOCS.get(name, ("", {}))[0] or f"A {_parents[name]}."]
-    if about["isAbstract"]:
+    if about["isAbstract"] and name not in _MADE_AS:
         lines.append("\nAn abstract class.")
     if about["fields"]:
         lines.append("\nFields:")

@@ -3,6 +3,7 @@
 import gc
 import subprocess
 import sys
+import tempfile
 import unittest
 import weakref
 
@@ -75,6 +76,8 @@ class WithPivy(unittest.TestCase):
             if name.startswith("Po"):
                 cls = getattr(ormelle, name)
                 self.assertEqual(cls.__name__, name)
+                if name == "PoCellFilter":
+                    continue  # abstract in C++ only
                 if not coin.SoType.fromName(name).canCreateInstance():
                     with self.assertRaisesRegex(TypeError, "abstract"):
                         cls()
@@ -234,6 +237,117 @@ class DataOfNodes(unittest.TestCase):
                 ormelle.PoRegularCartesianGrid2D(wrong)
 
 
+class CellFilters(unittest.TestCase):
+    def setUp(self):
+        self.mesh = ormelle.PbRegularCartesianGrid3D(11, 11, 11, 0, 0, 0, 1, 1, 1)
+        self.mesh.set_values("x", self.mesh.coordinates()[:, 0])
+        self.mesh.set_vectors("along", [[1, 0, 0]] * 1331)
+
+    def reach(self, cells, kit=None):
+        """How far along x the kit goes that sees only these cells."""
+        kit = kit or ormelle.PoMeshSkin(mesh=self.mesh)
+        self.filter = cells if isinstance(cells, coin.SoNode) else ormelle.PoCellFilter(cells)
+        action = coin.SoGetBoundingBoxAction(coin.SbViewportRegion(9, 9))
+        action.apply(ormelle.group(self.filter, kit))
+        box = action.getBoundingBox()
+        return round(box.getMax()[0], 5)
+
+    def test_masks_and_functions_in_all_kits(self):
+        mask = np.zeros((10, 10, 10), bool)
+        mask[:4] = True
+        section = ormelle.PoMeshCrossSection(mesh=self.mesh, plane=coin.SbPlane(coin.SbVec3f(0, 0, 1), 0.55))
+        level = ormelle.PoMeshLevelSurf(mesh=self.mesh, valuesIndexForLevel=0, levelValue=0.33)
+        stream = ormelle.PoStreamLine(mesh=self.mesh, vecsIndex=0, startPoints=[(0.05, 0.55, 0.55)], maxLength=9)
+        for cells in (mask, mask.tolist(), np.asfortranarray(mask), mask.ravel(), lambda cell, value: cell < 400):
+            for kit, end in ((None, 0.4), (section, 0.4), (level, 0.33), (stream, 0.4)):
+                with self.subTest(cells=type(cells), kit=kit):
+                    self.assertAlmostEqual(self.reach(cells, kit), end, delta=0.03)
+        values = self.mesh.set_values("cells", np.arange(1000))
+        skin = ormelle.PoMeshSkin(mesh=self.mesh, valuesIndexForCellFilter=values)
+        self.assertEqual(self.reach(lambda cell, value: value < 200, skin), 0.2)
+        mask[5] = True
+        kept = self.reach(mask)
+        mask[:] = True
+        self.filter.touch()
+        self.assertEqual((kept, self.reach(self.filter)), (0.6, 1))
+        self.assertEqual(self.reach(ormelle.PoCellFilter()), 1)
+
+    def test_wrong_cells(self):
+        for wrong in (3, [1, 0], np.zeros(3), "all"):
+            with self.subTest(wrong=wrong), self.assertRaisesRegex(ValueError, "True and False"):
+                ormelle.PoCellFilter(wrong)
+        with self.assertRaisesRegex(TypeError, "rule of its own"):
+            ormelle.PoIntervalCellFilter([True])
+        kit = ormelle.PoMeshSkin(mesh=self.mesh)
+        with self.assertWarnsRegex(RuntimeWarning, "mask has only 200 entries"):
+            ormelle.render(ormelle.group(ormelle.PoCellFilter(np.ones(200, bool)), kit), (9, 9))
+
+    def test_functions_that_raise(self):
+        asked = []
+        scene = ormelle.group(ormelle.PoCellFilter(lambda cell, value: asked.append(cell) or 1 / 0),
+                              ormelle.PoMeshSkin(mesh=self.mesh))
+        for _ in range(2):
+            with self.assertRaises(ZeroDivisionError):
+                ormelle.render(scene, (9, 9), samples=1)
+        self.assertLess(len(asked), 20)
+        reports = []
+        self.addCleanup(setattr, sys, "unraisablehook", sys.unraisablehook)
+        sys.unraisablehook = lambda report: reports.append(report.exc_type)
+        self.reach(lambda cell, value: 1 / 0)
+        self.assertEqual(set(reports), {ZeroDivisionError})
+
+    def test_life_copies_and_files(self):
+        def accept(cell, value):
+            return cell < 300
+
+        gone = weakref.ref(accept)
+        root = ormelle.group(ormelle.PoCellFilter(accept), ormelle.PoMeshSkin())
+        twin = ormelle.cast(root.getChild(0)).copy()
+        self.assertIs(twin.cells, accept)
+        with tempfile.NamedTemporaryFile(suffix=".iv") as file:
+            for binary, left in ((False, 1), (True, 2)):
+                with self.assertWarnsRegex(RuntimeWarning, "can't be written"):
+                    ormelle.write(root, file.name, binary)
+                self.assertEqual(ormelle.read(file.name).getNumChildren(), left)
+        del root, twin, accept
+        gc.collect()
+        self.assertIsNone(gone())
+
+
+class WhatKitsChose(unittest.TestCase):
+    def test_axes(self):
+        axis = ormelle.PoLinearAxis(end=10, titleString="metres", titleVisibility="VISIBILITY_ON")
+        axis.rebuild()
+        np.testing.assert_allclose(axis.getMainGradCoords(), range(11))
+        self.assertEqual(axis.texts("mainGradText"), [str(n) for n in range(11)])
+        self.assertIn("metres", axis.texts())
+        self.assertEqual((axis.getStep(), axis.getTitle()["string"], axis.getGrad()["position"]), (1, "metres", axis.GRAD_BELOW))
+        axis = ormelle.PoLogAxis(end=3)
+        axis.rebuild()
+        self.assertEqual(axis.getLogGrad()["digits"], [2, 4, 6, 8])
+        self.assertEqual(len(axis.getSubGradCoords()), 12)
+        with self.assertRaisesRegex(ValueError, "no part"):
+            axis.texts("nothing")
+        with self.assertRaisesRegex(TypeError, "PoLogAxis has no getStep"):
+            ormelle.PoLinearAxis.getStep(axis)
+
+    def test_picked_bars_and_slices(self):
+        def pick(kit, x, y):
+            action = coin.SoRayPickAction(coin.SbViewportRegion(100, 100))
+            action.setRay(coin.SbVec3f(x, y, 9), coin.SbVec3f(0, 0, -1))
+            action.apply(ormelle.group(kit))
+            return action, action.getPickedPoint()
+
+        bars = ormelle.PoSingleHistogram(value=[3, 4, 5], end=3)
+        action, point = pick(bars, 1.5, 1)
+        self.assertEqual(bars.getPickedBarNumber(point), 1)
+        with self.assertRaisesRegex(TypeError, "SoPickedPoint"):
+            bars.getPickedBarNumber(3)
+        pie = ormelle.PoPieChart2D(sliceValue=[1, 1, 1, 1], center=(0, 0))
+        pie.setSliceToTranslate(2, 0.25)
+        self.assertEqual((pie.getSliceToTranslate(2), pie.getSliceToTranslate(0)), (0.25, 0))
+
+
 class StartAndEnd(unittest.TestCase):
     """Programs of their own, which must end without a word and with status 0."""
 
@@ -254,7 +368,8 @@ class StartAndEnd(unittest.TestCase):
                    "g.set_values('v', numpy.zeros(9))\n"
                    "k = [ormelle.PoMeshFilled(mesh=g, dataMapping=ormelle.PbLinearDataMapping()) for _ in range(9)]\n"
                    "p = ormelle.render(ormelle.group(*k), (20, 20))\n"
-                   "ormelle.keep = [k, ormelle.PoRegularCartesianGrid2D(g).getMesh()]\n")
+                   "f = ormelle.PoCellFilter(lambda cell, value: True)\n"
+                   "ormelle.keep = [k, f, ormelle.PoRegularCartesianGrid2D(g).getMesh()]\n")
 
 
 if __name__ == "__main__":
