@@ -78,6 +78,24 @@ TEST_F(ViewTest, AddsTheOriginToCoordinates) {
   EXPECT_NEAR(y, 5200001.0, 0.05);
 }
 
+TEST_F(ViewTest, TellsBarsSlicesAndCurvesByNameAndValue) {
+  const std::string camera = "OrthographicCamera { position 0 0 5 height 2 } LightModel { model BASE_COLOR } ";
+  // Columns of the picture: a bar of a table, a slice of a group, a curve. All lie around the middle of the height.
+  writeScene("s.iv", camera +
+                         "Separator { Translation { translation -0.8 -0.5 0 } PoMultipleHistogram { end 0.4 numRows 2 "
+                         "value [ 1, 1, 1, 1 ] rowName [ \"in\", \"out\" ] columnName [ \"old\", \"new\" ] } } "
+                         "PoPieChart2D { radius 0.3 sliceValue [ 6, 1, 1 ] sliceText [ \"rain\", \"fog\", \"ice\" ] "
+                         "sliceGroupActive TRUE sliceGroupMinValue 2 sliceGroupString \"rest\" } "
+                         "Separator { Translation { translation 0.7 0 0 } "
+                         "PoCurve { point [ -0.2 0, 0 0, 0.2 0 ] } }");
+  const auto tell = [this](const char* pixel) {
+    return run(std::string("view s.iv --size 200x200 --pick ") + pixel, kDisplay).out;
+  };
+  EXPECT_EQ(tell("55,110"), "PoMultipleHistogram, \"out\", \"new\" 1\n");
+  EXPECT_EQ(tell("110,110"), "PoPieChart2D, \"rest\" 2, 25 %\n");
+  EXPECT_EQ(tell("174,100").rfind("PoCurve, nearest point 1 (0 0) at 0.04", 0), 0u) << tell("174,100");
+}
+
 TEST_F(ViewTest, AnswersClicksAndReadsAFileAgainWhenItChanges) {
   writeScene("s.iv", twoCells("1 0 0"));
   writeScene("green.iv", twoCells("0 1 0"));

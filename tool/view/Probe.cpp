@@ -4,29 +4,25 @@
 #include <Inventor/SoPickedPoint.h>
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoRayPickAction.h>
+#include <Inventor/fields/SoSFNode.h>
+#include <Inventor/nodes/SoMatrixTransform.h>
 #include <Ormelle/PbCell.h>
 #include <Ormelle/PbMesh.h>
-#include <Ormelle/PoHistogram.h>
+#include <Ormelle/PoChart.h>
 #include <Ormelle/PoMesh.h>
 #include <Ormelle/PoMeshElement.h>
-#include <Ormelle/PoPieChart.h>
+#include <Ormelle/PoPieChartRep.h>
 
-#include <cstdarg>
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <limits>
+
+#include "ChartProbe.h"
 
 namespace view {
 
 namespace {
-
-[[gnu::format(printf, 1, 2)]] std::string print(const char* format, ...) {
-  char text[256];
-  std::va_list values;
-  va_start(values, format);
-  std::vsnprintf(text, sizeof(text), format, values);
-  va_end(values);
-  return text;
-}
 
 // A path that the toolkit hands out, with the insides of kits.
 const SoFullPath& whole(const SoPath* path) { return *static_cast<const SoFullPath*>(path); }
@@ -37,16 +33,17 @@ const PoBase* kitIn(const SoFullPath& path) {
   return nullptr;
 }
 
-// The mesh that `kit` finds on its way down `path`.
-const PbMesh* meshOf(const PoMesh* kit, SoPath* path) {
+// The mesh that `kit` has or finds on its way down `path`.
+const PbMesh* meshOf(const PoBase* kit, SoPath* path) {
   struct Search {
-    const PoMesh* kit;
-    const PbMesh* mesh;
-  } search{kit, kit->getMesh()};
+    const PoBase* kit;
+    const PbMesh* mesh = nullptr;
+  } search{kit};
+  if (kit->isOfType(PoMesh::getClassTypeId())) search.mesh = static_cast<const PoMesh*>(kit)->getMesh();
   if (search.mesh) return search.mesh;
   SoCallbackAction action;
   action.addPreCallback(
-      PoMesh::getClassTypeId(),
+      PoBase::getClassTypeId(),
       [](void* data, SoCallbackAction* walk, const SoNode* node) {
         auto* wanted = static_cast<Search*>(data);
         if (node == wanted->kit) wanted->mesh = PoMeshElement::getMesh(walk->getState());
@@ -55,6 +52,18 @@ const PbMesh* meshOf(const PoMesh* kit, SoPath* path) {
       &search);
   action.apply(path);
   return search.mesh;
+}
+
+// The point in the coordinates of the kit's data: inside the transformation that the kit makes of its domain, and
+// outside of those that it gives to single marks.
+SbVec3f pointOfData(const PoBase& kit, const SoPickedPoint& picked) {
+  SbVec3f point = picked.getObjectPoint(&kit);
+  const SoField* part = kit.getField("domainTransform");
+  const SoNode* transform = part ? static_cast<const SoSFNode*>(part)->getValue() : nullptr;
+  if (!transform) return point;
+  const SbMatrix& matrix = static_cast<const SoMatrixTransform*>(transform)->matrix.getValue();
+  if (matrix.det4() != 0.0f) matrix.inverse().multVecMatrix(point, point);
+  return point;
 }
 
 // A place in a mesh: in a cell, or where no cell is found at a node.
@@ -83,8 +92,8 @@ Place locate(const PbMesh& mesh, const SbVec3f& point) {
   return place;
 }
 
-std::string nameOr(const SbString* name, const char* kind, int index) {
-  return name && name->getLength() > 0 ? "\"" + std::string(name->getString()) + "\"" : print("%s %d", kind, index);
+std::string nameOfSet(const SbString* name, const char* kind, int index) {
+  return nameOr(name ? name->getString() : "", kind, index);
 }
 
 // The place of a set of `count` elements whose element tells, where it isn't interpolated; -1 if there is none.
@@ -101,7 +110,8 @@ std::string tellValues(const PbMesh& mesh, const Place& place, int index) {
   if (element < 0) return {};
   const bool isWithin = binding == PbMesh::PER_NODE && place.cell && mesh.getNumValues(index) >= mesh.getNumNodes();
   const float value = isWithin ? place.cell->getValue(place.pcoord, values) : values[element];
-  return ", " + nameOr(mesh.getValuesSetName(index), "values", index) + print(" %.6g", static_cast<double>(value));
+  return ", " + nameOfSet(mesh.getValuesSetName(index), "values", index) +
+         (std::isnan(value) ? " undefined" : print(" %.6g", static_cast<double>(value)));
 }
 
 std::string tellVector(const PbMesh& mesh, const Place& place, int index) {
@@ -112,35 +122,58 @@ std::string tellVector(const PbMesh& mesh, const Place& place, int index) {
   if (element < 0) return {};
   const bool isWithin = binding == PbMesh::PER_NODE && place.cell;
   const SbVec3f v = isWithin ? place.cell->getValue(place.pcoord, vectors) : vectors[element];
-  return ", " + nameOr(mesh.getVecsSetName(index), "vectors", index) +
+  return ", " + nameOfSet(mesh.getVecsSetName(index), "vectors", index) +
          print(" (%.6g %.6g %.6g)", static_cast<double>(v[0]), static_cast<double>(v[1]), static_cast<double>(v[2]));
 }
 
 // Sets have any index; those of scenes are numbered from 0.
 constexpr int kMostIndices = 16;
 
-std::string tellMesh(const PbMesh& mesh, const PoMesh& kit, const SbVec3f& point) {
-  const Place place = locate(mesh, point);
-  std::string text;
-  if (place.cell) text += print(", cell %d", place.cell->getIndex());
-  if (place.node >= 0) text += print(", nearest node %d", place.node);
-  const int first = kit.valuesIndex.getValue();
-  text += tellValues(mesh, place, first);
+// Values and vectors of all sets at a place, those that the kit shows first.
+std::string tellSets(const PbMesh& mesh, const Place& place, int first) {
+  std::string text = tellValues(mesh, place, first);
   for (int index = 0; index < kMostIndices; ++index)
     if (index != first) text += tellValues(mesh, place, index);
   for (int index = 0; index < kMostIndices; ++index) text += tellVector(mesh, place, index);
   return text;
 }
 
-std::string tellChart(const PoBase& kit, const SoPickedPoint& picked) {
-  int number = 0;
-  if (kit.isOfType(PoHistogram::getClassTypeId()) &&
-      static_cast<const PoHistogram&>(kit).getPickedBarNumber(&picked, number))
-    return print(", bar %d", number);
-  if (kit.isOfType(PoPieChart::getClassTypeId()) &&
-      static_cast<const PoPieChart&>(kit).getPickedSliceNumber(picked.getPath(), number))
-    return number < 0 ? ", group of slices" : print(", slice %d", number);
-  return {};
+std::string tellMesh(const PbMesh& mesh, int values_index, const SbVec3f& point) {
+  const Place place = locate(mesh, point);
+  std::string text;
+  if (place.cell) text += print(", cell %d", place.cell->getIndex());
+  if (place.node >= 0) text += print(", nearest node %d", place.node);
+  return text + tellSets(mesh, place, values_index);
+}
+
+std::string tellCurveOfMesh(const PbMesh& mesh, int values_index, const SbVec3f& point) {
+  const float* y = mesh.getValuesSet(values_index);
+  if (!y || mesh.getValuesBinding(values_index) != PbMesh::PER_NODE) return {};
+  Place place;
+  place.node = nearestPoint(
+      std::min(mesh.getNumNodes(), mesh.getNumValues(values_index)),
+      [&mesh, y](int index) { return SbVec3f(mesh.getNodeCoord(index)[0], y[index], 0.0f); }, point);
+  if (place.node < 0) return {};
+  return print(", nearest node %d, x %.6g", place.node, static_cast<double>(mesh.getNodeCoord(place.node)[0])) +
+         tellSets(mesh, place, values_index);
+}
+
+// The mesh is looked for only where there may be one: kits that rebuild meanwhile cut the path short.
+Answer tellKit(const PoBase& kit, const SoPickedPoint& picked, const SbVec3f& point) {
+  const bool isMesh = kit.isOfType(PoMesh::getClassTypeId());
+  if (!isMesh && !kit.isOfType(PoChart::getClassTypeId())) return tellChart(kit, picked, point, nullptr);
+  const PbMesh* mesh = meshOf(&kit, picked.getPath());
+  if (!mesh || kit.isOfType(PoPieChartRep::getClassTypeId())) return tellChart(kit, picked, point, mesh);
+  if (isMesh) return {tellMesh(*mesh, static_cast<const PoMesh&>(kit).valuesIndex.getValue(), point)};
+  return {tellCurveOfMesh(*mesh, static_cast<const PoChart&>(kit).yValuesIndex.getValue(), point)};
+}
+
+// What stands outside of kits, by its type.
+std::string tellNode(const SoPickedPoint& picked) {
+  const SoNode* node = whole(picked.getPath()).getTail();
+  std::string text = node->getTypeId().getName().getString();
+  if (node->getName().getLength() > 0) text += std::string(" ") + node->getName().getString();
+  return text + pickedText(picked);
 }
 
 std::string tellPoint(const SbVec3f& point, const std::optional<tool::Origin>& origin) {
@@ -163,18 +196,13 @@ std::string tellPicked(SoNode* root, const SbViewportRegion& viewport, const SbV
   const SoPickedPoint* picked = pick.getPickedPoint();
   if (!picked) return {};
   const PoBase* kit = kitIn(whole(picked->getPath()));
-  if (!kit) return "The scene" + tellPoint(picked->getPoint(), origin);
-  // Below the transformation that the kit makes of its domain, coordinates are those of the data.
-  const SbVec3f point = picked->getObjectPoint();
+  if (!kit) return tellNode(*picked) + tellPoint(picked->getPoint(), origin);
+  const SbVec3f point = pointOfData(*kit, *picked);
   std::string text = kit->getTypeId().getName().getString();
   if (kit->getName().getLength() > 0) text += std::string(" ") + kit->getName().getString();
-  if (kit->isOfType(PoMesh::getClassTypeId())) {
-    const auto* meshKit = static_cast<const PoMesh*>(kit);
-    if (const PbMesh* mesh = meshOf(meshKit, picked->getPath())) text += tellMesh(*mesh, *meshKit, point);
-  } else {
-    text += tellChart(*kit, *picked);
-  }
-  return text + tellPoint(point, origin);
+  const Answer answer = tellKit(*kit, *picked, point);
+  text += answer.text;
+  return answer.hasCoordinates ? text + tellPoint(point, origin) : text;
 }
 
 }  // namespace view

@@ -1,6 +1,9 @@
 #include "Window.h"
 
 #include <Inventor/Qt/SoQt.h>
+#include <Inventor/SoDB.h>
+#include <Inventor/fields/SoSFTime.h>
+#include <Inventor/lists/SoFieldList.h>
 #include <QMessageBox>
 #include <QShortcut>
 #include <QStatusBar>
@@ -39,6 +42,13 @@ constexpr const char* kHelp =
     "<tr><td><b>F</b></td><td>the whole screen</td></tr>"
     "<tr><td><b>Q</b></td><td>end</td></tr>"
     "</table>";
+
+// The toolkit's clock wakes the program sixty times a second, for nothing where no engine of the scene hears it.
+void runClockIfHeard() {
+  SoFieldList hearers;
+  if (const SoField* clock = SoDB::getGlobalField("realTime")) clock->getForwardConnections(hearers);
+  SoDB::enableRealTimeSensor(hearers.getLength() > 0 ? TRUE : FALSE);
+}
 
 // The first of NAME-1.png, NAME-2.png ... that isn't there.
 std::string freeName(const std::string& scene) {
@@ -135,6 +145,7 @@ void Window::load() {
 }
 
 void Window::lookForChanges() {
+  runClockIfHeard();
   // A file is read once it hasn't changed between two looks: whoever writes it is through then.
   const std::string now = stateOf(m_scene->files());
   const bool isSteady = now == m_pending;
