@@ -3,9 +3,6 @@
 
 #include <Ormelle/PoBase.h>
 
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <filesystem>
 
 #include "Commands.h"
@@ -67,30 +64,10 @@ void write(const Scene& scene, const ConvertOptions& options) {
 
 void importFile(const std::string& from, const std::string& to, const ConvertOptions& options) {
   PiWholeFile file(to);
-  if (file.stream()) importScene(from, file.stream(), options.isBinary, options.limits);
+  if (file.stream()) importScene(from, file.stream(), options.isBinary, options.limits, ImportReport::All);
   const std::string problem = file.close();
   if (!problem.empty()) throw Failure(to + ": " + problem);
 }
-
-// A folder of one's own, removed at the end.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "ormelle-XXXXXX").string();
-    if (!mkdtemp(pattern.data())) throw Failure(pattern + ": " + std::strerror(errno));
-    m_path = pattern;
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  const std::filesystem::path& path() const { return m_path; }
-
- private:
-  std::filesystem::path m_path;
-};
 
 }  // namespace
 
@@ -101,10 +78,7 @@ void convert(const ConvertOptions& options) {
   if (std::filesystem::equivalent(options.from, options.to, ignored))
     throw Failure(options.to + ": the scene would replace the file that it is made from");
   if (!options.isGeometry && !isModelFile(options.to)) return importFile(options.from, options.to, options);
-  const TemporaryFolder folder;
-  const std::string scene = (folder.path() / "scene.iv").string();
-  importFile(options.from, scene, options);
-  write(readScene(scene), options);
+  write(readAnyScene(options.from, options.limits, ImportReport::All), options);
 }
 
 }  // namespace tool

@@ -1,14 +1,14 @@
 #include "Commands.h"
 #include "Failure.h"
+#include "Import.h"
 #include "PlyFile.h"
-#include "SceneFile.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
 
 namespace tool {
 
 void geometry(const std::string& sceneFile, const std::string& file, bool isBinary) {
   startLibrary();
-  const Scene scene = readScene(sceneFile);
+  const Scene scene = readAnyScene(sceneFile);
   PlyMesh mesh;
   WalkWishes wishes;
   wishes.colors = true;

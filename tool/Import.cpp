@@ -23,6 +23,7 @@
 
 #include "Failure.h"
 #include "Program.h"
+#include "graph/toolkit/offscreen/PiWholeFile.h"
 
 namespace tool {
 
@@ -153,7 +154,7 @@ std::string limitSentence(unsigned seconds) {
 }
 
 // Throws Failure unless all went well. Prints what there is to say.
-void judge(const Told& told, const ImportLimits& limits) {
+void judge(const Told& told, const ImportLimits& limits, ImportReport report) {
   if (told.isLate) throw Failure(limitSentence(limits.seconds));
   if (WIFSIGNALED(told.status)) {
     const int signal = WTERMSIG(told.status);
@@ -168,12 +169,33 @@ void judge(const Told& told, const ImportLimits& limits) {
     const std::string said = lastLine(told.err);
     throw Failure("its reader ended with status " + std::to_string(status) + (said.empty() ? "" : ": " + said));
   }
+  const bool isAll = report == ImportReport::All;
   std::istringstream lines(told.out);
   for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("mesh ")) std::printf("%s.\n", line.c_str() + 5);
-    if (line.starts_with("note ")) std::printf("Note: %s.\n", line.c_str() + 5);
+    if (isAll && line.starts_with("mesh ")) std::printf("%s.\n", line.c_str() + 5);
+    if (line.starts_with("note ")) std::fprintf(isAll ? stdout : stderr, "Note: %s.\n", line.c_str() + 5);
   }
 }
+
+// A folder of one's own, removed at the end.
+class TemporaryFolder {
+ public:
+  TemporaryFolder() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "ormelle-XXXXXX").string();
+    if (!mkdtemp(pattern.data())) throw Failure(pattern + ": " + std::strerror(errno));
+    m_path = pattern;
+  }
+  ~TemporaryFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+  }
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  const std::filesystem::path& path() const { return m_path; }
+
+ private:
+  std::filesystem::path m_path;
+};
 
 // All memory that the machine has: what needs more would come to nothing anyhow.
 unsigned long long memoryOfMachine() {
@@ -200,7 +222,8 @@ bool isSceneFile(const std::string& file) {
   return line.starts_with("#") && SoDB::isValidHeader(line.c_str());
 }
 
-void importScene(const std::string& file, std::FILE* out, bool isBinary, const ImportLimits& limits) {
+void importScene(const std::string& file, std::FILE* out, bool isBinary, const ImportLimits& limits,
+                 ImportReport report) {
   try {
     const unsigned long long megabytes =
         limits.gigabytes > 0 ? static_cast<unsigned long long>(limits.gigabytes * 1024) : memoryOfMachine();
@@ -215,10 +238,23 @@ void importScene(const std::string& file, std::FILE* out, bool isBinary, const I
     command.push_back(file.starts_with('-') ? "./" + file : file);
     Pipe answers, errors;
     const pid_t child = start(command, fileno(out), answers, errors);
-    judge(listen(child, answers, errors, limits.seconds), limits);
+    judge(listen(child, answers, errors, limits.seconds), limits, report);
   } catch (const Failure& failure) {
     throw Failure(file + ": " + failure.what());
   }
+}
+
+Scene readAnyScene(const std::string& file, const ImportLimits& limits, ImportReport report) {
+  if (isSceneFile(file)) return readScene(file);
+  const TemporaryFolder folder;
+  const std::string made = (folder.path() / "scene.iv").string();
+  PiWholeFile out(made);
+  if (out.stream()) importScene(file, out.stream(), false, limits, report);
+  const std::string problem = out.close();
+  if (!problem.empty()) throw Failure(made + ": " + problem);
+  Scene scene = readScene(made);
+  scene.file = file;
+  return scene;
 }
 
 }  // namespace tool

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Commands.h"
+#include "SceneFile.h"
 
 namespace tool {
 
@@ -12,10 +13,17 @@ namespace tool {
 /// one, too. Others are for importScene().
 bool isSceneFile(const std::string& file);
 
-/// Has a file of another program made into a scene, which goes to `out`, and prints what was read and what could not be
-/// kept. That is done by a program of its own, ormelle_import, with limits of memory and time: however it ends, this
-/// one goes on. Throws Failure.
-void importScene(const std::string& file, std::FILE* out, bool isBinary, const ImportLimits& limits);
+/// What is printed of a file of another program: what was read and what could not be kept, on the standard output, or
+/// the latter alone, on the error output.
+enum class ImportReport { All, Notes };
+
+/// Has a file of another program made into a scene, which goes to `out`. That is done by a program of its own,
+/// ormelle_import, with limits of memory and time: however it ends, this one goes on. Throws Failure.
+void importScene(const std::string& file, std::FILE* out, bool isBinary, const ImportLimits& limits,
+                 ImportReport report);
+
+/// Reads a scene, or the one that a file of another program makes. Throws Failure.
+Scene readAnyScene(const std::string& file, const ImportLimits& limits = {}, ImportReport report = ImportReport::Notes);
 
 }  // namespace tool
 

@@ -21,7 +21,6 @@
 
 #include "Commands.h"
 #include "Origin.h"
-#include "SceneFile.h"
 #include "SceneWalk.h"
 #include "TextNode.h"
 #include "graph/toolkit/offscreen/PiStage.h"
@@ -273,7 +272,7 @@ void printRow(const std::string& what, const Sums& sums) {
 
 void info(const std::string& file, bool asJson) {
   startLibrary();
-  const Scene scene = readScene(file);
+  const Scene scene = readAnyScene(file);
   auto* holder = new SoSeparator;
   const NodePtr held(holder);
   holder->addChild(scene.root.get());

@@ -4,8 +4,8 @@
 #include "Failure.h"
 #include "FileKind.h"
 #include "Frames.h"
+#include "Import.h"
 #include "SceneCheck.h"
-#include "SceneFile.h"
 #include "graph/toolkit/offscreen/PiAnimatedPng.h"
 #include "graph/toolkit/offscreen/PiOffscreen.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
@@ -35,7 +35,7 @@ void render(const RenderOptions& options) {
   if (!offscreen.error().empty()) throw Failure(offscreen.error());
 
   holdTime();
-  const Scene scene = readScene(options.scene);
+  const Scene scene = readAnyScene(options.scene);
   checkScene(scene.root.get(), scene.file);
   offscreen.setBackground(options.background.color, options.background.opacity);
   offscreen.setSamples(options.samples);

@@ -5,9 +5,9 @@
 #include "Commands.h"
 #include "Failure.h"
 #include "FileKind.h"
+#include "Import.h"
 #include "Notes.h"
 #include "SceneCheck.h"
-#include "SceneFile.h"
 #include "graph/toolkit/offscreen/PiStage.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
 #include "out/PagePainter.h"
@@ -23,7 +23,7 @@ void renderVector(const RenderOptions& options) {
   if (!canvas) throw Failure(options.picture + ": this ormelle was built without Cairo, which PDF files need");
 
   startLibrary();
-  const Scene scene = readScene(options.scene);
+  const Scene scene = readAnyScene(options.scene);
   checkScene(scene.root.get(), scene.file);
   WalkWishes wishes;
   wishes.colors = true;

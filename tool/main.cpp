@@ -64,9 +64,13 @@ int main(int argc, char** argv) {
 
   tool::RenderOptions rendering;
   std::string view;
-  CLI::App* render =
-      app.add_subcommand("render", "Draw a scene into a PNG, SVG or PDF picture, or the frames of an animation");
-  render->add_option("scene", rendering.scene, "The scene file")->required()->type_name("SCENE.iv");
+  CLI::App* render = app.add_subcommand(
+      "render",
+      "Draw a scene, or what a file of another program shows, into a PNG, SVG or PDF picture, or the "
+      "frames of an animation");
+  render->add_option("scene", rendering.scene, "The scene, or a file of another program")
+      ->required()
+      ->type_name("SCENE");
   render
       ->add_option("-o,--output", rendering.picture,
                    "The picture to write; its ending says which kind: .png, .apng, .svg, .pdf")
@@ -140,14 +144,14 @@ int main(int argc, char** argv) {
   std::string scene;
   bool asJson = false;
   CLI::App* info = app.add_subcommand("info", "Tell what each representation of a scene generated");
-  info->add_option("scene", scene, "The scene file")->required()->type_name("SCENE.iv");
+  info->add_option("scene", scene, "The scene, or a file of another program")->required()->type_name("SCENE");
   info->add_flag("--json", asJson, "Tell it in JSON");
   info->callback([&] { status = run([&] { tool::info(scene, asJson); }); });
 
   std::string mesh;
   std::string format = "binary";
   CLI::App* geometry = app.add_subcommand("geometry", "Write what a scene shows, without its text, as a PLY mesh");
-  geometry->add_option("scene", scene, "The scene file")->required()->type_name("SCENE.iv");
+  geometry->add_option("scene", scene, "The scene, or a file of another program")->required()->type_name("SCENE");
   geometry->add_option("-o,--output", mesh, "The mesh to write")->required()->type_name("OUT.ply");
   geometry->add_option("--format", format, "Binary (little-endian) or ascii")
       ->check(CLI::IsMember({"ascii", "binary"}))

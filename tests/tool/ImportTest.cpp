@@ -183,7 +183,7 @@ TEST_F(Import, KeepsAnOriginForLargeCoordinates) {
   EXPECT_FALSE(nlohmann::json::parse(runWell("info --json scene.iv").out).contains("origin"));
 }
 
-// The two commands from a file to a picture, and the other forms of a scene.
+// From a file to a picture, in two commands and in one, and the other forms of a scene.
 TEST_F(Import, MakesScenesThatShowSomethingAtOnce) {
   for (const ImportSample& sample : importSamples()) {
     if (sample.name.find("grid.vti") == std::string::npos && sample.name != "surface.vtp") continue;
@@ -198,6 +198,8 @@ TEST_F(Import, MakesScenesThatShowSomethingAtOnce) {
     for (int y = 0; y < png.height; ++y)
       for (int x = 0; x < png.width; ++x) colors.insert(png.at(x, y));
     EXPECT_GT(colors.size(), 50U);
+    runWell("render " + sample.name + " -o direct.png --size 200x150");
+    EXPECT_EQ(readFile(path("direct.png")), readFile(path("scene.png")));
   }
   runWell("convert grid.vti binary.iv --binary");
   EXPECT_EQ(readFile(path("binary.iv")).rfind("#Inventor V2.1 binary", 0), 0U);
@@ -295,6 +297,14 @@ TEST_F(Import, OutlivesItsReader) {
   EXPECT_EQ(well.status, 0) << well.err;
   EXPECT_EQ(well.out, "a surface.\nNote: b was left out.\n");
   EXPECT_EQ(readFile(path("out.iv")), "#Inventor V2.1 ascii\n");
+
+  // Commands that show the scene leave the standard output to what they tell.
+  const ToolRun shown =
+      run("info --json a.dat",
+          fakeReader("printf '#Inventor V2.1 ascii\\nCube {}' >&3; echo mesh a surface; echo note b was left out"));
+  EXPECT_EQ(shown.status, 0) << shown.err;
+  EXPECT_EQ(shown.err, "Note: b was left out.\n");
+  EXPECT_EQ(nlohmann::json::parse(shown.out)["outside"]["triangles"], 12);
   runBadly("convert a.dat a.dat", "would replace", fakeReader("exit 0"));
   EXPECT_EQ(readFile(path("a.dat")), "some data");
 }

@@ -68,6 +68,13 @@ TEST_F(ViewTest, DrawsAndTellsWhatIsUnderAPixel) {
   EXPECT_NEAR(heat, 5 * x, 1e-3f) << told.out;
 }
 
+TEST_F(ViewTest, ShowsFilesOfOtherPrograms) {
+  writeFile("heights.csv", "x,y,height\n0,0,1\n1,0,2\n0,1,3\n1,1,4\n");
+  const ToolRun told = run("view heights.csv --size 200x200 --pick 70,100", kDisplay);
+  EXPECT_EQ(told.status, 0) << told.err;
+  EXPECT_NE(told.out.find("\"height\""), std::string::npos) << told.out;
+}
+
 TEST_F(ViewTest, AddsTheOriginToCoordinates) {
   writeScene("s.iv", "DEF OrmelleOrigin Info { string \"origin 500000 5200000 0\" } " + twoCells("1 0 0"));
   const ToolRun told = run("view s.iv --size 200x200 --pick 100,100", kDisplay);

@@ -15,6 +15,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "Import.h"
 #include "SceneCheck.h"
 
 namespace view {
@@ -69,7 +70,7 @@ std::vector<std::string> filesOf(const std::string& file, SoNode* root) {
 
 }  // namespace
 
-ShownScene::ShownScene(const std::string& file, const SbViewportRegion& viewport) : m_scene(tool::readScene(file)) {
+ShownScene::ShownScene(const std::string& file, const SbViewportRegion& viewport) : m_scene(tool::readAnyScene(file)) {
   SoNode* scene = m_scene.root.get();
   tool::checkScene(scene, file);
   m_origin = tool::findOrigin(scene);

@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
       "Shows a scene in a window, and again whenever its file changes. A click tells what is there; F1 lists "
       "the keys.",
       "ormelle view");
-  app.add_option("scene", options.scene, "The scene file")->required()->type_name("SCENE.iv");
+  app.add_option("scene", options.scene, "The scene, or a file of another program")->required()->type_name("SCENE");
   addParsed(app, "--size", options.size, tool::parseSize, "WxH", "Width and height in pixels; 1000x750 if not given");
   addParsed(app, "--background", options.background, tool::parseBackground, "COLOUR",
             "As for ormelle render; white if not given");
