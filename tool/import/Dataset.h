@@ -104,6 +104,9 @@ struct Dataset {
   std::vector<std::string> notes;
   /// Which way is up in most files of the format, where that is known: 1 for y, 2 for z. The first view has it so.
   int upAxis = 2;
+  /// Whether z counts something else than x and y do, a pressure over degrees for example. The writer then draws
+  /// heights at a size that shows them.
+  bool hasOwnHeights = false;
 
   /// Adds a note unless it is there already.
   void note(const std::string& sentence);

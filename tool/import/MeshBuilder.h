@@ -31,6 +31,8 @@ struct BuiltMesh {
     float low, high;
   };
   std::optional<Shown> shown;
+  /// Of a volume with parts where that set has no values: the set per cell that is NaN there.
+  std::optional<int> definedIndex;
   Origin low{}, high{};  ///< of the coordinates that are drawn, the origin subtracted; of a series only x
   bool isEmpty = true;   ///< nothing finite to draw
 };

@@ -19,6 +19,8 @@ namespace importer {
 
 namespace {
 
+constexpr const char* kStretchName = "OrmelleStretch";
+
 // ---- Text of a scene ------------------------------------------------------------------------------------------------
 
 std::string numberText(double number) {
@@ -146,6 +148,16 @@ double lengthInRange(double length) { return std::clamp(length, 1e-30, 1e36); }
 
 bool isFlat(const Box& box) { return box.extent(2) <= 1e-3 * box.diagonal(); }
 
+// How many times as high heights are drawn that have no measure in common with lengths: 1 if they can be seen as they
+// are, else so that the box is about a third as high as it is long. One digit, which users read as a number.
+double stretchOf(const Box& box) {
+  const double length = std::max(box.extent(0), box.extent(1)), height = box.extent(2);
+  if (!(height > 0 && length > 0) || (height > length / 20 && height < length)) return 1;
+  const double exact = length / 3 / height, power = std::pow(10.0, std::floor(std::log10(exact)));
+  const double factor = std::round(exact / power) * power;
+  return factor > 1e-30 && factor < 1e30 ? factor : 1;
+}
+
 // Straight onto a flat scene.
 SoCamera* makeFlatCamera(const Box& box) {
   auto* camera = new SoOrthographicCamera;
@@ -230,12 +242,18 @@ std::string legendText(const std::string& title, const std::vector<double>& leve
 std::string representationText(const BuiltMesh& mesh) {
   std::string coloring;
   if (mesh.shown) coloring = " valuesIndex " + std::to_string(mesh.shown->index) + " coloringType COLOR_MAPPING";
-  return std::string(mesh.dimension == 3 ? "PolygonOffset {}\nPoMeshSkin" : "PoMeshFilled") + " { creaseAngle 0.6" +
-         coloring + " }\n";
+  if (mesh.dimension == 2) return "PoMeshFilled { creaseAngle 0.6" + coloring + " }\n";
+  std::string filter;
+  if (mesh.definedIndex) {
+    // The skin closes round the cells that have values.
+    filter = "PoIntervalCellFilter { min -3e38 max 3e38 }\n";
+    coloring += " valuesIndexForCellFilter " + std::to_string(*mesh.definedIndex);
+  }
+  return filter + "PolygonOffset {}\nPoMeshSkin { creaseAngle 0.6" + coloring + " }\n";
 }
 
 // All meshes, coloured by the first set of the first that has one; those that have the same set share the scale.
-void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
+void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, Dataset& data) {
   Box box;
   const BuiltMesh::Shown* shown = nullptr;
   for (const BuiltMesh& mesh : meshes) {
@@ -243,7 +261,10 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
     if (!shown && mesh.shown) shown = &*mesh.shown;
   }
   if (box.isEmpty) throw Failure("none of its coordinates is a finite number that a float holds");
-  root->addChild(isFlat(box) ? makeFlatCamera(box) : makeSolidCamera(box, upAxis));
+  const double stretch = data.hasOwnHeights ? stretchOf(box) : 1;
+  box.low[2] *= stretch;
+  box.high[2] *= stretch;
+  root->addChild(isFlat(box) ? makeFlatCamera(box) : makeSolidCamera(box, data.upAxis));
 
   std::vector<double> levels;
   if (shown) {
@@ -256,9 +277,17 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
     levels = roundNumbers(low, high, 6);
     addNodes(root, mappingText(levels));
   }
+  SoSeparator* drawn = root;
+  if (stretch != 1) {
+    // Above the kits, so that their coordinates remain those of the file; not above the legend.
+    root->addChild(drawn = new SoSeparator);
+    addNodes(drawn, "DEF " + std::string(kStretchName) + " Scale { scaleFactor 1 1 " + numberText(stretch) + " }\n");
+    data.note("heights are drawn " + numberText(stretch) + " times as high, by the node " + kStretchName +
+              "; the coordinates are those of the file");
+  }
   for (BuiltMesh& mesh : meshes) {
     auto* group = new SoSeparator;
-    root->addChild(group);
+    drawn->addChild(group);
     if (mesh.shown && mesh.shown->name != shown->name) mesh.shown.reset();
     const bool isPlain = isFlat(box) || mesh.dimension == 0;
     if (isPlain) addNodes(group, "LightModel { model BASE_COLOR }\n");
@@ -428,7 +457,7 @@ ImportedScene makeScene(Dataset& data) {
   const auto firstSeries =
       std::stable_partition(meshes.begin(), meshes.end(), [](const BuiltMesh& mesh) { return mesh.dimension != 1; });
   if (firstSeries != meshes.begin()) {
-    addMeshes(scene.root, {meshes.begin(), firstSeries}, data.upAxis);
+    addMeshes(scene.root, {meshes.begin(), firstSeries}, data);
     // Beside meshes series aren't drawn, which share no space with them.
     for (auto mesh = firstSeries; mesh != meshes.end(); ++mesh) scene.root->addChild(mesh->node);
   } else {

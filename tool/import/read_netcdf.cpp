@@ -178,6 +178,7 @@ class GridReader {
       }
       part.piece.dims[axis] = static_cast<int>(part.piece.axes[axis].size());
     }
+    if (key[2] >= 0 && m_axes[static_cast<std::size_t>(key[2])].role == Role::Z) m_data.hasOwnHeights = true;
     part.piece.kind = PieceKind::RECTILINEAR_GRID;
     if (x && y) bend(part.piece, *x, *y);
     return part;
