@@ -41,6 +41,9 @@ struct BuiltMesh {
 /// do anyhow, else a round number near the data.
 Origin originFor(const Dataset& data);
 
+/// A series, or a grid with nodes along one axis only as the series it is; none of other pieces.
+std::optional<Piece> seriesOf(const Piece& piece);
+
 /// Makes the meshes of a piece, whose nodes the caller takes references of. Adds notes to `data`.
 std::vector<BuiltMesh> buildMeshes(const Piece& piece, const Origin& origin, Dataset& data);
 
