@@ -37,6 +37,9 @@ struct ChartScene {
   std::vector<std::string> notes;
 };
 
+/// The indices of what is finite in `x`, in its rising order.
+std::vector<std::size_t> rowsInOrder(const std::vector<double>& x);
+
 /// Draws a chart: columns whose values go together over common axes, others in panels of their own. Curves keep their
 /// data in one mesh with a set for each column, whether it is drawn or not. Throws Failure if there is nothing to draw.
 ChartScene makeChartScene(const Chart& chart);

@@ -533,6 +533,14 @@ void addCamera(SoSeparator* root) {
 
 }  // namespace
 
+std::vector<std::size_t> rowsInOrder(const std::vector<double>& x) {
+  std::vector<std::size_t> rows;
+  for (std::size_t row = 0; row < x.size(); ++row)
+    if (std::isfinite(x[row])) rows.push_back(row);
+  std::stable_sort(rows.begin(), rows.end(), [&](std::size_t a, std::size_t b) { return x[a] < x[b]; });
+  return rows;
+}
+
 ChartScene makeChartScene(const Chart& chart) {
   ChartScene scene;
   scene.root = new SoSeparator;

@@ -74,6 +74,8 @@ struct Piece {
   Point origin{0, 0, 0};                    ///< of a regular grid: node (0, 0, 0)
   Point spacing{1, 1, 1};                   ///< of a regular grid; may be negative
   std::array<std::vector<double>, 3> axes;  ///< of a rectilinear grid: dims[a] coordinates along axis a
+  std::string axisName;                     ///< of a series: of x, with its unit
+  std::vector<double> days;                 ///< of a series over time: x as days since 1970-01-01, else empty
   std::vector<Point> points;                ///< of a curvilinear grid and of cells
 
   /// Cells one after the other: their kinds, and their nodes. Surfaces, volumes, lines and vertices may be mixed: the
@@ -104,6 +106,9 @@ struct Dataset {
   std::vector<std::string> notes;
   /// Which way is up in most files of the format, where that is known: 1 for y, 2 for z. The first view has it so.
   int upAxis = 2;
+  /// Whether z counts something else than x and y do, a pressure over degrees for example. The writer then draws
+  /// heights at a size that shows them.
+  bool hasOwnHeights = false;
 
   /// Adds a note unless it is there already.
   void note(const std::string& sentence);

@@ -329,7 +329,7 @@ BuiltMesh buildSeries(const Piece& piece, const Origin& origin, Dataset& data) {
   auto* node = new PoIrregularMesh1D;
   node->setGeometry(intOf(x.size()), x.data());
   BuiltMesh mesh;
-  mesh.name = cleaned(piece.name);
+  mesh.name = cleaned(piece.axisName.empty() ? piece.name : piece.axisName);
   mesh.node = node;
   mesh.dimension = 1;
   mesh.numNodes = x.size();
@@ -362,6 +362,7 @@ std::optional<Piece> flattened(const Piece& piece, const std::vector<std::size_t
     return flat;
   }
   flat.kind = PieceKind::SERIES;
+  flat.axisName = std::string(1, static_cast<char>('x' + axis));
   std::array<int, 3> node{0, 0, 0};
   for (int i = 0; i < piece.dims[axis]; ++i) {
     node[axis] = i;
@@ -467,6 +468,12 @@ Origin originFor(const Dataset& data) {
     origin[axis] = std::isfinite(round) && round != 0 ? round : 0.0;
   }
   return origin;
+}
+
+std::optional<Piece> seriesOf(const Piece& piece) {
+  if (piece.kind == PieceKind::SERIES) return piece;
+  if (piece.kind == PieceKind::CELLS || piece.kind == PieceKind::CURVILINEAR_GRID) return std::nullopt;
+  return flattened(piece, wideAxes(piece));
 }
 
 std::vector<BuiltMesh> buildMeshes(const Piece& piece, const Origin& origin, Dataset& data) {

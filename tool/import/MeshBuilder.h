@@ -31,6 +31,8 @@ struct BuiltMesh {
     float low, high;
   };
   std::optional<Shown> shown;
+  /// Of a volume with parts where that set has no values: the set per cell that is NaN there.
+  std::optional<int> definedIndex;
   Origin low{}, high{};  ///< of the coordinates that are drawn, the origin subtracted; of a series only x
   bool isEmpty = true;   ///< nothing finite to draw
 };
@@ -38,6 +40,9 @@ struct BuiltMesh {
 /// Where coordinates are counted from, so that floats tell the nodes of `data` apart: 0 for each axis along which they
 /// do anyhow, else a round number near the data.
 Origin originFor(const Dataset& data);
+
+/// A series, or a grid with nodes along one axis only as the series it is; none of other pieces.
+std::optional<Piece> seriesOf(const Piece& piece);
 
 /// Makes the meshes of a piece, whose nodes the caller takes references of. Adds notes to `data`.
 std::vector<BuiltMesh> buildMeshes(const Piece& piece, const Origin& origin, Dataset& data);

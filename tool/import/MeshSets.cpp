@@ -2,6 +2,7 @@
 
 #include <Ormelle/PbCell.h>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -48,6 +49,36 @@ std::vector<float> meansAtNodes(const PbMesh& mesh, const std::vector<float>& va
   return means;
 }
 
+// For each cell 1, or NaN if it has a node without a value.
+std::vector<float> definedCells(const PbMesh& mesh, const std::vector<float>& values) {
+  std::vector<float> defined(sizeOf(mesh.getNumCells()), 1);
+  for (int cell = 0; cell < mesh.getNumCells(); ++cell) {
+    const PbCell* nodes = mesh.getTopoCell(cell);
+    for (int i = 0; nodes && i < nodes->getNumNodes(); ++i) {
+      const int node = nodes->getNodeIndex(i);
+      if (node >= 0 && !std::isfinite(values[sizeOf(node)])) defined[sizeOf(cell)] = std::nanf("");
+    }
+  }
+  return defined;
+}
+
+// Sees to it that the skin of a volume can close round the cells where the set that is shown has values.
+void addDefinedCells(PoMeshProperty* node, BuiltMesh& mesh, int& numScalars) {
+  const PbMesh& built = *node->getMesh();
+  const int shown = mesh.shown->index;
+  const float* start = built.getValuesSet(shown);
+  const std::vector<float> values(start, start + built.getNumValues(shown));
+  if (std::all_of(values.begin(), values.end(), [](float value) { return std::isfinite(value); })) return;
+  if (built.getValuesBinding(shown) == PbMesh::PER_CELL) {
+    mesh.definedIndex = shown;
+    return;
+  }
+  const std::string name = "where " + mesh.shown->name + " has values";
+  mesh.definedIndex = numScalars++;
+  node->addValuesSet(*mesh.definedIndex, definedCells(built, values).data(), PbMesh::PER_CELL, name.c_str());
+  mesh.cellScalars.push_back(name);
+}
+
 }  // namespace
 
 void addSets(const Piece& piece, const Sources& sources, PoMeshProperty* node, BuiltMesh& mesh, Dataset& data) {
@@ -82,6 +113,7 @@ void addSets(const Piece& piece, const Sources& sources, PoMeshProperty* node, B
     ++numScalars;
     data.note("the surface is coloured by an added set, the means of \"" + name + "\" at the nodes");
   }
+  if (mesh.dimension == 3 && mesh.shown) addDefinedCells(node, mesh, numScalars);
 
   int numVectors = 0;
   for (const VectorSet& set : piece.vectors) {

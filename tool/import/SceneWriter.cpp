@@ -10,14 +10,18 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <optional>
 #include <span>
 #include <sstream>
 
 #include "MeshBuilder.h"
+#include "MeshSets.h"
 
 namespace importer {
 
 namespace {
+
+constexpr const char* kStretchName = "OrmelleStretch";
 
 // ---- Text of a scene ------------------------------------------------------------------------------------------------
 
@@ -146,6 +150,16 @@ double lengthInRange(double length) { return std::clamp(length, 1e-30, 1e36); }
 
 bool isFlat(const Box& box) { return box.extent(2) <= 1e-3 * box.diagonal(); }
 
+// How many times as high heights are drawn that have no measure in common with lengths: 1 if they can be seen as they
+// are, else so that the box is about a third as high as it is long. One digit, which users read as a number.
+double stretchOf(const Box& box) {
+  const double length = std::max(box.extent(0), box.extent(1)), height = box.extent(2);
+  if (!(height > 0 && length > 0) || (height > length / 20 && height < length)) return 1;
+  const double exact = length / 3 / height, power = std::pow(10.0, std::floor(std::log10(exact)));
+  const double factor = std::round(exact / power) * power;
+  return factor > 1e-30 && factor < 1e30 ? factor : 1;
+}
+
 // Straight onto a flat scene.
 SoCamera* makeFlatCamera(const Box& box) {
   auto* camera = new SoOrthographicCamera;
@@ -230,12 +244,18 @@ std::string legendText(const std::string& title, const std::vector<double>& leve
 std::string representationText(const BuiltMesh& mesh) {
   std::string coloring;
   if (mesh.shown) coloring = " valuesIndex " + std::to_string(mesh.shown->index) + " coloringType COLOR_MAPPING";
-  return std::string(mesh.dimension == 3 ? "PolygonOffset {}\nPoMeshSkin" : "PoMeshFilled") + " { creaseAngle 0.6" +
-         coloring + " }\n";
+  if (mesh.dimension == 2) return "PoMeshFilled { creaseAngle 0.6" + coloring + " }\n";
+  std::string filter;
+  if (mesh.definedIndex) {
+    // The skin closes round the cells that have values.
+    filter = "PoIntervalCellFilter { min -3e38 max 3e38 }\n";
+    coloring += " valuesIndexForCellFilter " + std::to_string(*mesh.definedIndex);
+  }
+  return filter + "PolygonOffset {}\nPoMeshSkin { creaseAngle 0.6" + coloring + " }\n";
 }
 
 // All meshes, coloured by the first set of the first that has one; those that have the same set share the scale.
-void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
+void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, Dataset& data) {
   Box box;
   const BuiltMesh::Shown* shown = nullptr;
   for (const BuiltMesh& mesh : meshes) {
@@ -243,7 +263,10 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
     if (!shown && mesh.shown) shown = &*mesh.shown;
   }
   if (box.isEmpty) throw Failure("none of its coordinates is a finite number that a float holds");
-  root->addChild(isFlat(box) ? makeFlatCamera(box) : makeSolidCamera(box, upAxis));
+  const double stretch = data.hasOwnHeights ? stretchOf(box) : 1;
+  box.low[2] *= stretch;
+  box.high[2] *= stretch;
+  root->addChild(isFlat(box) ? makeFlatCamera(box) : makeSolidCamera(box, data.upAxis));
 
   std::vector<double> levels;
   if (shown) {
@@ -256,9 +279,17 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
     levels = roundNumbers(low, high, 6);
     addNodes(root, mappingText(levels));
   }
+  SoSeparator* drawn = root;
+  if (stretch != 1) {
+    // Above the kits, so that their coordinates remain those of the file; not above the legend.
+    root->addChild(drawn = new SoSeparator);
+    addNodes(drawn, "DEF " + std::string(kStretchName) + " Scale { scaleFactor 1 1 " + numberText(stretch) + " }\n");
+    data.note("heights are drawn " + numberText(stretch) + " times as high, by the node " + kStretchName +
+              "; the coordinates are those of the file");
+  }
   for (BuiltMesh& mesh : meshes) {
     auto* group = new SoSeparator;
-    root->addChild(group);
+    drawn->addChild(group);
     if (mesh.shown && mesh.shown->name != shown->name) mesh.shown.reset();
     const bool isPlain = isFlat(box) || mesh.dimension == 0;
     if (isPlain) addNodes(group, "LightModel { model BASE_COLOR }\n");
@@ -269,116 +300,6 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, int upAxis) {
     if (mesh.dimension > 0) addNodes(group, representationText(mesh));
   }
   if (shown) addNodes(root, legendText(shown->name, levels));
-}
-
-// ---- Series ---------------------------------------------------------------------------------------------------------
-
-constexpr std::array<const char*, 6> kInks{"0.12 0.30 0.55", "0.80 0.33 0.16", "0.13 0.50 0.37",
-                                           "0.52 0.25 0.55", "0.70 0.53 0.08", "0.35 0.38 0.42"};
-
-struct Curve {
-  BuiltMesh* mesh;
-  int index;
-  std::string name;
-  double low, high;
-};
-
-// The curves of series that one axis can show: those whose values span no more than five times, and no less than a
-// fifth, of what the first ones span.
-std::vector<Curve> curvesOf(std::span<BuiltMesh> meshes) {
-  std::vector<Curve> curves;
-  for (BuiltMesh& mesh : meshes) {
-    const PbMesh* series = static_cast<PoMeshProperty*>(mesh.node)->getMesh();
-    for (int index = 0; index < static_cast<int>(mesh.scalars.size()) && curves.size() < kInks.size(); ++index) {
-      const float* values = series->getValuesSet(index);
-      Curve curve{&mesh, index, mesh.scalars[static_cast<std::size_t>(index)], INFINITY, -INFINITY};
-      for (int i = 0; values && i < series->getNumNodes(); ++i) {
-        if (!std::isfinite(values[i])) continue;
-        curve.low = std::min(curve.low, static_cast<double>(values[i]));
-        curve.high = std::max(curve.high, static_cast<double>(values[i]));
-      }
-      if (curve.low > curve.high) continue;
-      if (!curves.empty()) {
-        const double span = curves[0].high - curves[0].low, own = curve.high - curve.low;
-        const double apart = std::max(curves[0].high, curve.high) - std::min(curves[0].low, curve.low);
-        if (own > 5 * span || span > 5 * own || apart > 5 * span) continue;
-      }
-      curves.push_back(curve);
-    }
-  }
-  return curves;
-}
-
-std::string axisText(const char* type, double x, double y, double end, double step, double across,
-                     const std::string& title) {
-  std::ostringstream text;
-  text << "PoLinearAxis { start " << numberText(x) << " " << numberText(y) << " 0 end " << numberText(end) << " type "
-       << type << " step " << numberText(step)
-       << " gradFontSize 0.028 tickMainLength 0.012 arrowVisibility VISIBILITY_OFF gridVisibility VISIBILITY_ON "
-          "gridLengthGradOtherSide "
-       << numberText(across)
-       << " mainGradGridApp AppearanceKit { material Material { diffuseColor 0.87 0.88 0.90 } drawStyle DrawStyle { "
-          "lineWidth 1 } }";
-  if (title.empty())
-    text << " titleVisibility VISIBILITY_OFF }\n";
-  else
-    text << " titleVisibility VISIBILITY_ON titleFontSize 0.032 titleString " << quoted(title) << " }\n";
-  return text.str();
-}
-
-// What of a series is shown, as curves over one pair of axes.
-void addSeries(SoSeparator* root, std::span<BuiltMesh> meshes) {
-  const std::vector<Curve> curves = curvesOf(meshes);
-  Box box;
-  for (const BuiltMesh& mesh : meshes) box.add(mesh);
-  if (curves.empty() || box.isEmpty) {  // nothing to draw; the meshes are there all the same
-    for (BuiltMesh& mesh : meshes) root->addChild(mesh.node);
-    return;
-  }
-  double low = INFINITY, high = -INFINITY;
-  for (const Curve& curve : curves) {
-    low = std::min(low, curve.low);
-    high = std::max(high, curve.high);
-  }
-  const std::vector<double> rows = roundNumbers(low, high, 6);
-  const double left = box.low[0];
-  const double right = box.extent(0) > 0 ? box.high[0] : left + std::max(1.0, std::abs(left));
-  const double bottom = rows.front(), top = rows.back();
-  const std::vector<double> columns = roundNumbers(left, right, 5);
-
-  constexpr double kWide = 1.6;  // the plot is that much wider than high
-  std::ostringstream text;
-  text << "LightModel { model BASE_COLOR }\nBaseColor { rgb 0.18 0.20 0.24 }\n"
-       << "PoMiscTextAttr { fontName \"DejaVu Sans\" lineLength 0 endLineChar 10 }\nPoDomain { min " << numberText(left)
-       << " " << numberText(bottom) << " 0 max " << numberText(right) << " "
-       << numberText(bottom + (top - bottom) * kWide) << " 1 }\n"
-       << formatText(columns)
-       << axisText("XY", left, bottom, right, columns[1] - columns[0], top - bottom, meshes[0].name) << formatText(rows)
-       << axisText("YX", left, bottom, top, rows[1] - rows[0], right - left, curves.size() == 1 ? curves[0].name : "");
-  addNodes(root, text.str());
-  for (BuiltMesh& mesh : meshes) {
-    auto* group = new SoSeparator;
-    root->addChild(group);
-    group->addChild(mesh.node);
-    addNodes(group, "DrawStyle { lineWidth 2 }\n");
-    for (std::size_t i = 0; i < curves.size(); ++i)
-      if (curves[i].mesh == &mesh)
-        addNodes(group, "BaseColor { rgb " + std::string(kInks[i]) + " }\nPoCurveLine { yValuesIndex " +
-                            std::to_string(curves[i].index) + " }\n");
-  }
-  if (curves.size() < 2) return;
-  // Their names, in their colours, in a row above the plot: lengths there are those of x, which the domain keeps.
-  const double width = right - left, letter = width * 0.026;
-  std::ostringstream names;
-  // The domain stretches kits only, so that plain text stands where it turns y of the plot's top into lengths of x.
-  names << "Font { name \"DejaVu Sans\" size " << numberText(letter) << " }\nTranslation { translation "
-        << numberText(left) << " " << numberText(bottom * width / ((top - bottom) * kWide) + width / kWide + letter)
-        << " 0 }\n";
-  for (std::size_t i = 0; i < curves.size(); ++i)
-    names << "BaseColor { rgb " << kInks[i] << " }\nText3 { string " << quoted(curves[i].name)
-          << " }\nTranslation { translation "
-          << numberText(letter * 0.65 * (static_cast<double>(curves[i].name.size()) + 3)) << " 0 0 }\n";
-  addNodes(root, names.str());
 }
 
 // ---- Summaries ------------------------------------------------------------------------------------------------------
@@ -398,9 +319,56 @@ std::string summaryOf(const BuiltMesh& mesh) {
          joined("vectors", mesh.vectors) + joined("texts", mesh.strings);
 }
 
+// ---- Series ---------------------------------------------------------------------------------------------------------
+
+Chart chartOf(const Piece& series) {
+  Chart chart;
+  chart.title = cleaned(series.name);
+  chart.xTitle = cleaned(series.axisName);
+  chart.isTime = !series.days.empty();
+  const std::vector<double>& x = chart.isTime ? series.days : series.axes[0];
+  const std::vector<std::size_t> rows = rowsInOrder(x);
+  if (chart.isTime) {
+    chart.xTitle.resize(std::min(chart.xTitle.find(" ("), chart.xTitle.size()));  // dates need no unit
+    chart.firstDay = std::floor(x[rows.front()]);
+  }
+  for (const std::size_t row : rows) chart.x.push_back(x[row] - chart.firstDay);
+  for (const ScalarSet& set : series.scalars) {
+    Chart::Column& column = chart.columns.emplace_back(Chart::Column{cleaned(set.name), {}});
+    for (const std::size_t row : rows) column.values.push_back(set.values[row]);
+  }
+  return chart;
+}
+
+// If the file has series alone, the first with values becomes a chart.
+void takeSeriesAsChart(Dataset& data) {
+  std::vector<Piece> all;
+  for (const Piece& piece : data.pieces) {
+    std::optional<Piece> series = seriesOf(piece);
+    if (!series) return;
+    all.push_back(std::move(*series));
+  }
+  const auto hasValues = [](const Piece& series) {
+    return std::any_of(series.scalars.begin(), series.scalars.end(), [](const ScalarSet& set) {
+      return std::any_of(set.values.begin(), set.values.end(), [](float value) { return std::isfinite(value); });
+    });
+  };
+  const auto first = std::find_if(all.begin(), all.end(), hasValues);
+  if (first == all.end()) throw Failure("there is no number in its series");
+  data.chart = chartOf(*first);
+  for (auto series = all.begin(); series != all.end(); ++series) {
+    std::size_t numLeft = series->vectors.size() + series->strings.size();
+    if (series != first) numLeft += series->scalars.size();
+    if (numLeft > 0)
+      data.note(counted(numLeft, "set", "sets") + (series != first ? " over " + cleaned(series->axisName) : "") +
+                (numLeft == 1 ? " was" : " were") + " left out beside the chart");
+  }
+}
+
 }  // namespace
 
 ImportedScene makeScene(Dataset& data) {
+  if (!data.chart) takeSeriesAsChart(data);
   if (data.chart) {
     const ChartScene chart = makeChartScene(*data.chart);
     for (const std::string& note : chart.notes) data.note(note);
@@ -425,15 +393,11 @@ ImportedScene makeScene(Dataset& data) {
     std::replace(text.begin(), text.end(), ' ', ',');
     data.note("coordinates are counted from " + text + ", which the node " + tool::kOriginName + " keeps");
   }
+  // Beside meshes series aren't drawn, which share no space with them.
   const auto firstSeries =
       std::stable_partition(meshes.begin(), meshes.end(), [](const BuiltMesh& mesh) { return mesh.dimension != 1; });
-  if (firstSeries != meshes.begin()) {
-    addMeshes(scene.root, {meshes.begin(), firstSeries}, data.upAxis);
-    // Beside meshes series aren't drawn, which share no space with them.
-    for (auto mesh = firstSeries; mesh != meshes.end(); ++mesh) scene.root->addChild(mesh->node);
-  } else {
-    addSeries(scene.root, meshes);
-  }
+  addMeshes(scene.root, {meshes.begin(), firstSeries}, data);
+  for (auto mesh = firstSeries; mesh != meshes.end(); ++mesh) scene.root->addChild(mesh->node);
   for (const BuiltMesh& mesh : meshes) mesh.node->unref();
   return scene;
 }

@@ -214,15 +214,12 @@ class TableReader {
 
   // Columns over x, whose rows are put in the order of x.
   void addOverX(Chart& chart, const std::vector<double>& x, std::size_t except) {
-    std::vector<std::size_t> rows;
-    for (std::size_t row = 0; row < x.size(); ++row)
-      if (std::isfinite(x[row])) rows.push_back(row);
+    std::vector<std::size_t> rows = rowsInOrder(x);
     if (rows.empty()) throw Failure("there is no value in its first column");
     if (rows.size() < x.size())
       m_data.note(counted(x.size() - rows.size(), "row has", "rows have") + " no " + chart.xTitle + " and " +
                   (x.size() - rows.size() == 1 ? "was" : "were") + " left out");
-    if (chart.kind == Chart::Kind::CURVES)
-      std::stable_sort(rows.begin(), rows.end(), [&](std::size_t a, std::size_t b) { return x[a] < x[b]; });
+    if (chart.kind != Chart::Kind::CURVES) std::sort(rows.begin(), rows.end());
     for (const std::size_t row : rows) chart.x.push_back(x[row]);
     for (const std::size_t i : m_numbers) {
       if (i == except) continue;

@@ -6,6 +6,7 @@
 #include <array>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 
 #include "Readers.h"
@@ -178,6 +179,7 @@ class GridReader {
       }
       part.piece.dims[axis] = static_cast<int>(part.piece.axes[axis].size());
     }
+    if (key[2] >= 0 && m_axes[static_cast<std::size_t>(key[2])].role == Role::Z) m_data.hasOwnHeights = true;
     part.piece.kind = PieceKind::RECTILINEAR_GRID;
     if (x && y) bend(part.piece, *x, *y);
     return part;
@@ -254,11 +256,25 @@ class GridReader {
     if (isNew) {
       const NetcdfAxis& axis = m_axes[static_cast<std::size_t>(dimension)];
       part.piece.kind = PieceKind::SERIES;
-      part.piece.name = axis.variable ? axis.variable->title() : m_file.nameOf(dimension);
+      part.piece.name = m_title;
+      part.piece.axisName = axis.variable ? axis.variable->title() : m_file.nameOf(dimension);
       part.piece.axes[0] = coordinatesOf(dimension);
+      part.piece.days = daysOf(axis);
     }
     part.piece.scalars.push_back({variable.title(), Binding::NODE, valuesOf(variable, layout)});
     part.variables.push_back(&variable);
+  }
+
+  // Times as days, where all of them are of the usual calendar.
+  std::vector<double> daysOf(const NetcdfAxis& axis) const {
+    std::vector<double> days;
+    if (axis.role != Role::TIME || !axis.variable) return days;
+    for (const double value : axis.values) {
+      const std::optional<double> day = netcdfDayOf(m_file, axis, value);
+      if (!day) return {};
+      days.push_back(*day);
+    }
+    return days;
   }
 
   Dataset m_data;

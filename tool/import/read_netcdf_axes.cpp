@@ -113,10 +113,13 @@ std::vector<NetcdfAxis> takeNetcdfAxes(NetcdfFile& file) {
   return axes;
 }
 
+std::optional<double> netcdfDayOf(const NetcdfFile& file, const NetcdfAxis& axis, double time) {
+  return dayOf(time, axis.variable->units, file.text(*axis.variable, "calendar"));
+}
+
 std::string netcdfValueText(const NetcdfFile& file, const NetcdfAxis& axis, std::size_t step) {
   const double value = axis.values[step];
-  if (const auto day = dayOf(value, axis.variable->units, file.text(*axis.variable, "calendar")))
-    return dateText(*day, *day != std::floor(*day));
+  if (const std::optional<double> day = netcdfDayOf(file, axis, value)) return dateText(*day, *day != std::floor(*day));
   std::array<char, 32> text{};
   std::snprintf(text.data(), text.size(), "%g", value);
   return std::string(text.data()) + (axis.variable->units.empty() ? "" : " " + axis.variable->units);

@@ -3,9 +3,9 @@
 #include <netcdf.h>
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <limits>
+#include <memory>
 
 #include "Fields.h"
 
@@ -139,6 +139,11 @@ NetcdfFile::NetcdfFile(const std::string& name, Dataset& data) {
 
 NetcdfFile::~NetcdfFile() { nc_close(m_id); }
 
+// The library copies a name as long as the file says it is, whatever it calls the most: but not longer than the file.
+std::unique_ptr<char[]> NetcdfFile::roomForName() const {
+  return std::make_unique_for_overwrite<char[]>(m_numBytes + NC_MAX_NAME + 1);
+}
+
 void NetcdfFile::takeInventory(Dataset& data) {
   int numGroups = 0;
   if (nc_inq_grps(m_id, &numGroups, nullptr) == NC_NOERR && numGroups > 0)
@@ -146,20 +151,20 @@ void NetcdfFile::takeInventory(Dataset& data) {
               (numGroups == 1 ? "was" : "were") + " left out");
   int numDimensions = 0, numVariables = 0, numAttributes = 0;
   require(nc_inq(m_id, &numDimensions, &numVariables, &numAttributes, nullptr));
-  std::array<char, NC_MAX_NAME + 1> name{};
+  const std::unique_ptr<char[]> name = roomForName();
   for (int i = 0; i < numDimensions; ++i) {
     NetcdfDimension& dimension = m_dimensions.emplace_back();
-    require(nc_inq_dim(m_id, i, name.data(), &dimension.length));
-    dimension.name = name.data();
+    require(nc_inq_dim(m_id, i, name.get(), &dimension.length));
+    dimension.name = name.get();
   }
   for (int i = 0; i < numVariables; ++i) {
     NetcdfVariable variable;
     int rank = 0, attributes = 0;
     require(nc_inq_varndims(m_id, i, &rank));
     variable.dimensions.resize(static_cast<std::size_t>(std::max(rank, 0)));
-    require(nc_inq_var(m_id, i, name.data(), &variable.type, nullptr, variable.dimensions.data(), &attributes));
+    require(nc_inq_var(m_id, i, name.get(), &variable.type, nullptr, variable.dimensions.data(), &attributes));
     variable.id = i;
-    variable.name = name.data();
+    variable.name = name.get();
     variable.units = textAttribute(m_id, i, "units");
     variable.standardName = textAttribute(m_id, i, "standard_name");
     variable.longName = textAttribute(m_id, i, "long_name").substr(0, 100);
@@ -173,12 +178,12 @@ void NetcdfFile::takeInventory(Dataset& data) {
 
 void NetcdfFile::noteAttributes(int count, Dataset& data) const {
   std::string names;
-  std::array<char, NC_MAX_NAME + 1> name{};
+  const std::unique_ptr<char[]> name = roomForName();
   int kept = 0;
   for (int i = 0; i < count; ++i) {
-    if (nc_inq_attname(m_id, NC_GLOBAL, i, name.data()) != NC_NOERR) continue;
-    if (name[0] == '_' || std::string(name.data()) == "Conventions") continue;
-    if (++kept <= 5) names += (names.empty() ? "" : ", ") + std::string(name.data());
+    if (nc_inq_attname(m_id, NC_GLOBAL, i, name.get()) != NC_NOERR) continue;
+    if (name[0] == '_' || std::string(name.get()) == "Conventions") continue;
+    if (++kept <= 5) names += (names.empty() ? "" : ", ") + std::string(name.get());
   }
   if (kept > 0) data.note("attributes of the whole are not kept: " + names + (kept > 5 ? " ..." : ""));
 }

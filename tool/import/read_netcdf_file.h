@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,7 @@ class NetcdfFile {
 
  private:
   void takeInventory(Dataset& data);
+  std::unique_ptr<char[]> roomForName() const;
   void noteAttributes(int count, Dataset& data) const;
 
   int m_id = -1;
