@@ -198,7 +198,8 @@ TEST_F(Import, MakesScenesThatShowSomethingAtOnce) {
     for (int y = 0; y < png.height; ++y)
       for (int x = 0; x < png.width; ++x) colors.insert(png.at(x, y));
     EXPECT_GT(colors.size(), 50U);
-    runWell("render " + sample.name + " -o direct.png --size 200x150");
+    const ToolRun direct = run("render " + sample.name + " -o direct.png --size 200x150");
+    EXPECT_EQ(direct.status, 0) << direct.err;  // and says what was left out
     EXPECT_EQ(readFile(path("direct.png")), readFile(path("scene.png")));
   }
   runWell("convert grid.vti binary.iv --binary");
