@@ -20,7 +20,9 @@
 #include <vector>
 
 #include "Commands.h"
+#include "Import.h"
 #include "Origin.h"
+#include "SceneFile.h"
 #include "SceneWalk.h"
 #include "TextNode.h"
 #include "graph/toolkit/offscreen/PiStage.h"
