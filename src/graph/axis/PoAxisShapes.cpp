@@ -1,6 +1,5 @@
 // The steps of a rebuild of an axis: each hands numbers to a worker and the result to an emitter.
 
-#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Ormelle/PoAxis.h>
 
@@ -13,6 +12,7 @@
 #include "graph/axis/PiGradStrings.h"
 #include "graph/axis/PiGradTextLine.h"
 #include "graph/axis/PiGradations.h"
+#include "graph/frame/PiElementFont.h"
 
 void PoAxis::saveAxisAttr() {
   PiAxisState& s = state();
@@ -194,14 +194,8 @@ void PoAxis::buildTitlePart(float axisStart, float axisEnd) {
 }
 
 void PoAxis::setElementFont(const char* element, int isShown, const SbString& name, float size) {
-  SbString part(element);
-  part += "App.font";
-  if (!isShown) {
-    if (getPart(part.getString(), FALSE)) setPart(part.getString(), nullptr);
-    return;
-  }
-  auto* font = new SoFont;
-  setPart(part.getString(), font);
-  font->name = name.getString();
-  font->size = size * state().along;
+  if (isShown)
+    PiElementFont::set(*this, element, SbName(name), size * state().along);
+  else
+    PiElementFont::remove(*this, element);
 }

@@ -5,11 +5,11 @@
 #include <limits>
 
 #include <Inventor/nodekits/SoAppearanceKit.h>
-#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 
 #include "graph/chart/PiChartFormat.h"
 #include "graph/chart/PiHistogramState.h"
+#include "graph/frame/PiElementFont.h"
 #include "nodes/attribute/PiEnumField.h"
 
 namespace {
@@ -68,10 +68,8 @@ float PiHistogramTexts::build(const PiHistogramTextFields& fields, float width) 
   m_texts.clear();
   const std::string part = fields.part;
   m_kit.setPart(part.c_str(), group);
-  auto* font = new SoFont;
-  font->name = SbName(style.fontName.getLength() > 0 ? style.fontName : m_state.text.getFontName());
-  font->size = used;
-  m_kit.setPart((part + "App.font").c_str(), font);
+  PiElementFont::set(m_kit, part, SbName(style.fontName.getLength() > 0 ? style.fontName : m_state.text.getFontName()),
+                     used);
   const SbBox2f& built = m_placer.builtBox();
   return built.isEmpty() ? std::numeric_limits<float>::max() : built.getMin()[m_state.isAlongX ? 1 : 0];
 }

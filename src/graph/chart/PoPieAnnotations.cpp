@@ -3,7 +3,6 @@
 #include <string>
 
 #include <Inventor/nodekits/SoAppearanceKit.h>
-#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoLightModel.h>
 #include <Inventor/nodes/SoMaterial.h>
@@ -11,6 +10,7 @@
 
 #include "graph/chart/PiPieAnnotations.h"
 #include "graph/chart/PiPieState.h"
+#include "graph/frame/PiElementFont.h"
 #include "nodes/attribute/PiEnumField.h"
 
 namespace {
@@ -130,9 +130,9 @@ void PoPieChart::drawAnnotations(const Side& side) {
   for (int kind = 0; kind < PiPieAnnotations::MAX_LINES; ++kind) {
     setGroup(kKinds[kind], annotations.lines(kind));
     if (!lines[kind].isVisible) continue;
-    auto* font = new SoFont;
-    font->name = lines[kind].fontName.getLength() > 0 ? SbName(lines[kind].fontName) : SbName(pie.text.getFontName());
-    font->size = lines[kind].fontSize;
-    setPart(SbName((prefix + kKinds[kind] + "App.font").c_str()), font);
+    const SbString& fontName = lines[kind].fontName;
+    PiElementFont::set(*this, prefix + kKinds[kind],
+                       fontName.getLength() > 0 ? SbName(fontName) : SbName(pie.text.getFontName()),
+                       lines[kind].fontSize);
   }
 }

@@ -10,7 +10,6 @@
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoAnnotation.h>
-#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoMaterial.h>
 #include <Ormelle/PbDomain.h>
 #include <Ormelle/PbMesh1D.h>
@@ -23,6 +22,7 @@
 #include "graph/chart/PiPieAnnotations.h"
 #include "graph/chart/PiPieSliceParts.h"
 #include "graph/chart/PiPieSlices.h"
+#include "graph/frame/PiElementFont.h"
 #include "graph/toolkit/PiNodeRef.h"
 #include "quillane/mesh/PiNodeValues.h"
 
@@ -154,10 +154,7 @@ void PoPieChartRep::draw(const PbMesh1D& mesh, const float* values) {
   for (int kind = 0; kind < PiPieAnnotations::MAX_LINES; ++kind)
     if (annotations.lines(kind)) texts->addChild(annotations.lines(kind));
   setPart("annotation", texts);
-  auto* font = new SoFont;
-  font->name = SbName(attributes.getFontName());
-  font->size = fontSize;
-  setPart("annotationApp.font", font);
+  PiElementFont::set(*this, "annotation", SbName(attributes.getFontName()), fontSize);
   setPart("annotationLine", annotations.leaders());
   PiNodeRef<SoGroup> boxes(annotations.boxes());
   PiNodeRef<SoGroup> borders(annotations.borders());

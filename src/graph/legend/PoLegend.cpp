@@ -5,7 +5,6 @@
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoCoordinate3.h>
 #include <Inventor/nodes/SoFaceSet.h>
-#include <Inventor/nodes/SoFont.h>
 #include <Inventor/nodes/SoGroup.h>
 #include <Inventor/nodes/SoLineSet.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
@@ -18,6 +17,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "graph/frame/PiElementFont.h"
 #include "graph/legend/PiLegendShapes.h"
 #include "graph/legend/PiLegendState.h"
 #include "nodes/attribute/PiEnumField.h"
@@ -354,14 +354,8 @@ SoGroup* PoLegend::newGroup(const char* part) {
 }
 
 void PoLegend::setElementFont(const char* element, int isShown, const SbString& name, float size) {
-  SbString part(element);
-  part += "App.font";
-  if (!isShown) {
-    if (getPart(part.getString(), FALSE)) setPart(part.getString(), nullptr);
-    return;
-  }
-  auto* font = new SoFont;
-  setPart(part.getString(), font);
-  font->name = name.getString();
-  font->size = size;
+  if (isShown)
+    PiElementFont::set(*this, element, SbName(name), size);
+  else
+    PiElementFont::remove(*this, element);
 }

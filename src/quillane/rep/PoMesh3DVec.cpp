@@ -17,7 +17,7 @@ PoMesh3DVec::PoMesh3DVec() : m_vectors(std::make_unique<PiVectorRep>()) {
   PI_VECTOR_KIT_FIELDS();
   PO_KIT_CONSTRUCTED(PoMesh3DVec);
   PI_VECTOR_KIT_WATCH();
-  if (getTypeId() == getClassTypeId()) beginWatching();
+  beginWatching();
 }
 
 PoMesh3DVec::~PoMesh3DVec() = default;

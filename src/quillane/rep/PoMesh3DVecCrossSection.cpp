@@ -26,7 +26,7 @@ PoMesh3DVecCrossSection::PoMesh3DVecCrossSection() : m_section(std::make_unique<
   PO_KIT_CONSTRUCTED(PoMesh3DVecCrossSection);
   watchField(plane);
   watchField(projectionType);
-  if (getTypeId() == getClassTypeId()) beginWatching();
+  beginWatching();
 }
 
 PoMesh3DVecCrossSection::~PoMesh3DVecCrossSection() = default;
