@@ -187,7 +187,7 @@ TEST_F(Render, LeavesTitlesWhereTheyAre) {
       "BaseColor { rgb 1 0 0 } Coordinate3 { point [ -0.5 0.6 0, 0.5 0.6 0, 0.5 0.9 0, -0.5 0.9 0 ] } FaceSet {} } ";
   const std::string cube = "BaseColor { rgb 0 0 1 } Scale { scaleFactor 500 500 500 } Cube {}";
   for (const std::string& camera :
-       {std::string(), std::string("PerspectiveCamera { position 0 -300 1900 nearDistance 1 farDistance 10 } ")}) {
+       {std::string(), std::string("PerspectiveCamera { position 0 0 4400 nearDistance 1 farDistance 10 } ")}) {
     writeScene("a.iv", "Separator { " + title + camera + cube + " }");
     for (const std::string view : {"", " --view left", " --view top --orthographic"}) {
       SCOPED_TRACE(camera + view);
