@@ -87,11 +87,7 @@ void Frames::prepareTurn() {
     m_camera->viewAll(m_scene, viewport);
     m_stage = std::move(stage);
   } else {
-    SoSearchAction search;
-    search.setType(SoCamera::getClassTypeId());
-    search.setInterest(SoSearchAction::FIRST);
-    search.apply(m_scene);
-    if (search.getPath()) m_camera = static_cast<SoCamera*>(search.getPath()->getTail());
+    m_camera = stage->firstCamera();
   }
   if (!m_camera) return;
   m_axis = m_options.up;

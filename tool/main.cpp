@@ -197,7 +197,7 @@ int main(int argc, char** argv) {
   std::string start;
   bool isForced = false;
   bool isList = false;
-  CLI::App* create = app.add_subcommand("new", "Write a scene to start from");
+  CLI::App* create = app.add_subcommand("new", "Write a scene to start from; --list tells of which kinds there are");
   create->add_option("kind", kind, "What the scene shows; see --list")->type_name("KIND");
   create->add_option("file", start, "The file to write; the standard output if not given")->type_name("SCENE.iv");
   create->add_flag("--list", isList, "List the kinds");

@@ -178,6 +178,35 @@ TEST_F(Render, AsksTheScenesCameraUnlessToldOtherwise) {
   }
 }
 
+// A title with a camera of its own is no part of the scene: it stays where it is, from wherever the scene is seen, and
+// the scene gets the rest of the picture.
+TEST_F(Render, LeavesTitlesWhereTheyAre) {
+  const Color white{255, 255, 255, 255}, red{255, 0, 0, 255}, blue{0, 0, 255, 255};
+  const std::string title =
+      "LightModel { model BASE_COLOR } Annotation { OrthographicCamera { position 0 0 1 height 2 } "
+      "BaseColor { rgb 1 0 0 } Coordinate3 { point [ -0.5 0.6 0, 0.5 0.6 0, 0.5 0.9 0, -0.5 0.9 0 ] } FaceSet {} } ";
+  const std::string cube = "BaseColor { rgb 0 0 1 } Scale { scaleFactor 500 500 500 } Cube {}";
+  for (const std::string& camera :
+       {std::string(), std::string("PerspectiveCamera { position 0 0 4400 nearDistance 1 farDistance 10 } ")}) {
+    writeScene("a.iv", "Separator { " + title + camera + cube + " }");
+    for (const std::string view : {"", " --view left", " --view top --orthographic"}) {
+      SCOPED_TRACE(camera + view);
+      runWell("render a.iv -o a.png --size 100x100" + view);
+      const Png png = readPng(path("a.png"));
+      EXPECT_EQ(png.at(50, 12), red);
+      EXPECT_EQ(png.at(28, 12), red);
+      EXPECT_EQ(png.at(20, 12), white);
+      EXPECT_EQ(png.at(50, 60), blue);
+      if (!camera.empty() && view.empty()) continue;
+      EXPECT_EQ(png.at(50, 21), white) << "the scene comes too near to the title";
+      int lowest = 0;
+      for (int y = 0; y < 100; ++y)
+        if (png.at(50, y) == blue) lowest = y;
+      EXPECT_GT(lowest, 85) << "the scene is too small";
+    }
+  }
+}
+
 // Depth limits that a file happens to hold don't cut the scene, as they don't in a viewer.
 TEST_F(Render, MovesDepthLimitsOfTheScenesCamera) {
   writeScene("a.iv",

@@ -52,7 +52,7 @@ bool isFlatScene(SoNode* root, const SbViewportRegion& viewport) {
   const SbBox3f box = measure.getBoundingBox();
   if (box.isEmpty()) return false;
   const SbVec3f size = box.getMax() - box.getMin();
-  return size[2] <= 1e-3f * std::max(size[0], size[1]);
+  return size[2] <= 4e-3f * std::max(size[0], size[1]);  // as PiStage has it
 }
 
 std::vector<std::string> filesOf(const std::string& file, SoNode* root) {
@@ -79,8 +79,7 @@ ShownScene::ShownScene(const std::string& file, const SbViewportRegion& viewport
   if (!m_stage->hasLight()) m_stage->addLights();
   m_isFlat = isFlatScene(scene, viewport);
   if (m_stage->hasCamera()) {
-    const std::vector<SoCamera*> cameras = findAll<SoCamera>(scene);
-    if (!cameras.empty()) m_camera = cameras.front();
+    m_camera = m_stage->firstCamera();
   } else {
     PiViewpoint viewpoint = m_stage->usualViewpoint();
     viewpoint.isOrthographic = viewpoint.isOrthographic || m_isFlat;

@@ -29,6 +29,7 @@ struct PiHistogramState {
 
   float reference = 1;
   float ratio = 1;  ///< of lengths in x to those in y
+  float depth = 1;  ///< of lengths in x to those in z, as the domain shows them
   bool isAlongX = true;
   PiHistogramBars::Axis axis;
   PiHistogramBars bars;

@@ -64,7 +64,7 @@ float PiHistogramTexts::build(const PiHistogramTextFields& fields, float width) 
     style.largest = std::max(style.smallest, std::min(style.largest, 0.8f * std::abs(width)));
 
   float used = 0;
-  SoGroup* group = m_placer.build(m_texts, style, kLift * m_state.reference, used);
+  SoGroup* group = m_placer.build(m_texts, style, kLift * m_state.reference * m_state.depth, used);
   m_texts.clear();
   const std::string part = fields.part;
   m_kit.setPart(part.c_str(), group);

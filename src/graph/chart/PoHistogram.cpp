@@ -23,6 +23,7 @@
 #include <Ormelle/PoNumericDisplayFormatElement.h>
 
 #include "graph/chart/PiChartColors.h"
+#include "graph/chart/PiDomainStretch.h"
 #include "graph/chart/PiHistogramState.h"
 #include "graph/format/PiText.h"
 #include "nodes/attribute/PiEnumField.h"
@@ -191,6 +192,8 @@ void PoHistogram::setDefaultAttr() {
   PiHistogramState& now = state();
   now.reference = getDomain()->getDeltaX();
   now.ratio = getDomain()->getDeltaX() / getDomain()->getDeltaY();
+  const SbVec3f stretch = PiDomainStretch::of(*getDomain(), isDomainTransformEnabled() != 0);
+  now.depth = stretch[0] / stretch[2];
   now.isAlongX = type.getValue() != Y;
   const SbVec2f from = start.getValue();
   now.axis.start = now.isAlongX ? from[0] : from[1] * now.ratio;

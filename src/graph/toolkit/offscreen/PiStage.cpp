@@ -8,6 +8,7 @@
 #include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoGetBoundingBoxAction.h>
 #include <Inventor/nodekits/SoBaseKit.h>
+#include <Inventor/nodes/SoAnnotation.h>
 #include <Inventor/nodes/SoDirectionalLight.h>
 #include <Inventor/nodes/SoInfo.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
@@ -154,39 +155,44 @@ PiStage::~PiStage() {
 
 void PiStage::noteCamera(SoCallbackAction* action, SoCamera* camera) {
   const auto* path = static_cast<const SoFullPath*>(action->getCurPath());
+  for (int i = 1; i < path->getLength(); ++i)
+    if (path->getNode(i)->isOfType(SoAnnotation::getClassTypeId())) {
+      m_overlays.push_back({path->getNode(i), path->getNode(i - 1)});
+      return;
+    }
   SoNode* parent = path->getLength() > 1 ? path->getNodeFromTail(1) : nullptr;
   m_cameras.push_back({camera, parent, action->getModelMatrix()});
 }
 
-// A camera taken out of its group or kit; goes back there in the end.
-class PiStage::HiddenCamera {
+// A node taken out of its group or kit; goes back there in the end.
+class PiStage::HiddenNode {
  public:
-  HiddenCamera(SoCamera* camera, SoNode* parent) : m_camera(camera), m_parent(parent) {
-    m_camera->ref();
+  HiddenNode(SoNode* node, SoNode* parent) : m_node(node), m_parent(parent) {
+    m_node->ref();
     m_parent->ref();
     if (m_parent->isOfType(SoBaseKit::getClassTypeId())) {
-      m_part = static_cast<SoBaseKit*>(m_parent)->getPartString(m_camera);
+      m_part = static_cast<SoBaseKit*>(m_parent)->getPartString(m_node);
       if (m_part.getLength() > 0) static_cast<SoBaseKit*>(m_parent)->setPart(m_part.getString(), nullptr);
     } else if (m_parent->isOfType(SoGroup::getClassTypeId())) {
       auto* group = static_cast<SoGroup*>(m_parent);
       for (int i = 0; i < group->getNumChildren(); ++i) {
-        if (group->getChild(i) != m_camera) continue;
+        if (group->getChild(i) != m_node) continue;
         group->replaceChild(i, new SoInfo);  // keeps the places of its neighbours, which a switch may count
         m_places.push_back(i);
       }
     }
   }
-  ~HiddenCamera() {
-    if (m_part.getLength() > 0) static_cast<SoBaseKit*>(m_parent)->setPart(m_part.getString(), m_camera);
-    for (const int place : m_places) static_cast<SoGroup*>(m_parent)->replaceChild(place, m_camera);
+  ~HiddenNode() {
+    if (m_part.getLength() > 0) static_cast<SoBaseKit*>(m_parent)->setPart(m_part.getString(), m_node);
+    for (const int place : m_places) static_cast<SoGroup*>(m_parent)->replaceChild(place, m_node);
     m_parent->unref();
-    m_camera->unrefNoDelete();
+    m_node->unrefNoDelete();
   }
-  HiddenCamera(const HiddenCamera&) = delete;
-  HiddenCamera& operator=(const HiddenCamera&) = delete;
+  HiddenNode(const HiddenNode&) = delete;
+  HiddenNode& operator=(const HiddenNode&) = delete;
 
  private:
-  SoCamera* m_camera;
+  SoNode* m_node;
   SoNode* m_parent;
   SbString m_part;
   std::vector<int> m_places;
@@ -194,7 +200,14 @@ class PiStage::HiddenCamera {
 
 void PiStage::hideCameras() {
   for (const SceneCamera& camera : m_cameras)
-    if (camera.parent) m_hidden.push_back(std::make_unique<HiddenCamera>(camera.camera, camera.parent));
+    if (camera.parent) m_hidden.push_back(std::make_unique<HiddenNode>(camera.camera, camera.parent));
+}
+
+std::vector<std::unique_ptr<PiStage::HiddenNode>> PiStage::hideOverlays() const {
+  std::vector<std::unique_ptr<HiddenNode>> hidden;
+  for (const Overlay& overlay : m_overlays)
+    hidden.push_back(std::make_unique<HiddenNode>(overlay.node, overlay.parent));
+  return hidden;
 }
 
 SoNode* PiStage::root() const { return m_root; }
@@ -208,6 +221,7 @@ void PiStage::addLights() {
 
 // The corners of the box round the scene, in world coordinates.
 std::vector<SbVec3f> PiStage::corners() const {
+  const auto hidden = hideOverlays();
   SoGetBoundingBoxAction action(m_viewport);
   action.apply(m_root);
   SbBox3f box = action.getBoundingBox();
@@ -228,7 +242,7 @@ std::vector<SbVec3f> PiStage::corners() const {
 PiViewpoint PiStage::usualViewpoint() const {
   const std::vector<SbVec3f> all = corners();
   const SbVec3f size = all[7] - all[0];
-  const float flat = 1e-3f * size.length();
+  const float flat = 4e-3f * size.length();  // bar charts lift their texts by 2 thousandths
   PiViewpoint viewpoint;
   if (size[2] <= flat)
     viewpoint.direction.setValue(0.0f, 0.0f, -1.0f);
@@ -247,6 +261,8 @@ void PiStage::addCamera(const PiViewpoint& viewpoint) {
   m_ownCamera = viewpoint.isOrthographic ? static_cast<SoCamera*>(new SoOrthographicCamera) : new SoPerspectiveCamera;
   m_root->insertChild(m_ownCamera, m_root->getNumChildren() - 1);
   Extents extents = extentsFor(viewpoint, (box.front() + box.back()) * 0.5f);
+  leaveRoomForOverlays(extents);
+  const auto hidden = hideOverlays();
   const bool boxCounts = !m_screenTexts.empty() || !addPrimitives(extents);
   if (boxCounts)
     for (const SbVec3f& corner : box) extents.add(corner);
@@ -270,36 +286,63 @@ PiStage::Extents PiStage::extentsFor(const PiViewpoint& viewpoint, const SbVec3f
   return extents;
 }
 
-// Adds every vertex that the scene shows. False if it shows none.
-bool PiStage::addPrimitives(Extents& extents) const {
+// Calls `visit(action, vertex)` for every vertex that is shown.
+template <class Visit>
+void PiStage::forEachVertex(Visit visit) const {
   SoCallbackAction action(m_viewport);
-  static constexpr auto addVertices = [](void* all, const SoCallbackAction* current,
-                                         std::initializer_list<const SoPrimitiveVertex*> vertices) {
-    for (const SoPrimitiveVertex* vertex : vertices) {
-      SbVec3f world;
-      current->getModelMatrix().multVecMatrix(vertex->getPoint(), world);
-      if (isUsable(world)) static_cast<Extents*>(all)->add(world);
-    }
+  static constexpr auto visitAll = [](void* data, SoCallbackAction* current,
+                                      std::initializer_list<const SoPrimitiveVertex*> vertices) {
+    for (const SoPrimitiveVertex* vertex : vertices) (*static_cast<Visit*>(data))(*current, vertex->getPoint());
   };
   const SoType shape = SoShape::getClassTypeId();
   action.addTriangleCallback(
       shape,
-      [](void* all, SoCallbackAction* current, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b,
+      [](void* data, SoCallbackAction* current, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b,
          const SoPrimitiveVertex* c) {
-        addVertices(all, current, {a, b, c});
+        visitAll(data, current, {a, b, c});
       },
-      &extents);
+      &visit);
   action.addLineSegmentCallback(
       shape,
-      [](void* all, SoCallbackAction* current, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b) {
-        addVertices(all, current, {a, b});
+      [](void* data, SoCallbackAction* current, const SoPrimitiveVertex* a, const SoPrimitiveVertex* b) {
+        visitAll(data, current, {a, b});
       },
-      &extents);
+      &visit);
   action.addPointCallback(
-      shape, [](void* all, SoCallbackAction* current, const SoPrimitiveVertex* a) { addVertices(all, current, {a}); },
-      &extents);
+      shape, [](void* data, SoCallbackAction* current, const SoPrimitiveVertex* a) { visitAll(data, current, {a}); },
+      &visit);
   action.apply(m_root);
+}
+
+// Adds every vertex that the scene shows. False if it shows none.
+bool PiStage::addPrimitives(Extents& extents) const {
+  forEachVertex([&](SoCallbackAction& action, const SbVec3f& point) {
+    SbVec3f world;
+    action.getModelMatrix().multVecMatrix(point, world);
+    if (isUsable(world)) extents.add(world);
+  });
   return !extents.isEmpty();
+}
+
+// What overlays show in the upper and in the lower third of the picture is to stay clear of the scene.
+void PiStage::leaveRoomForOverlays(Extents& extents) const {
+  if (m_overlays.empty()) return;
+  constexpr float third = 1.0f / 3.0f;
+  constexpr float gap = 0.04f;
+  float top = extents.usableTop, bottom = extents.usableBottom;
+  forEachVertex([&](SoCallbackAction& action, const SbVec3f& point) {
+    const auto* path = static_cast<const SoFullPath*>(action.getCurPath());
+    const bool isInOverlay = std::any_of(m_overlays.begin(), m_overlays.end(),
+                                         [&](const Overlay& overlay) { return path->containsNode(overlay.node); });
+    if (!isInOverlay) return;
+    SbVec3f seen;
+    (action.getModelMatrix() * action.getViewingMatrix() * action.getProjectionMatrix()).multVecMatrix(point, seen);
+    if (!isUsable(seen) || std::abs(seen[1]) > 1.0f) return;
+    if (seen[1] > third) top = std::min(top, seen[1] - gap);
+    if (seen[1] < -third) bottom = std::min(bottom, -seen[1] - gap);
+  });
+  extents.usableTop = top;
+  extents.usableBottom = bottom;
 }
 
 // The closest camera that has everything within the usable part of the picture.

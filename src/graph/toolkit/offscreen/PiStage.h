@@ -28,6 +28,10 @@ struct PiViewpoint {
 /// The lights are a soft one from the viewer, a stronger one from the upper left, a weak one from the right that lights
 /// up the sides in shade, and one from behind that keeps surfaces with an averted normal from turning black. They stand
 /// before every camera, hence they follow each camera.
+///
+/// An annotation with a camera of its own (a title, a legend) stands before the picture and not in the scene: its
+/// camera isn't the scene's and stays, what it shows isn't part of the scene's extent, and a camera that is made leaves
+/// the room free that it takes at the top and at the bottom of the picture.
 class PiStage {
  public:
   /// Looks at `scene` for pictures of the given size. Kits rebuild themselves meanwhile.
@@ -38,6 +42,8 @@ class PiStage {
   PiStage& operator=(const PiStage&) = delete;
 
   bool hasCamera() const { return !m_cameras.empty(); }
+  /// The first of the scene's own cameras; null if there is none.
+  SoCamera* firstCamera() const { return m_cameras.empty() ? nullptr : m_cameras.front().camera; }
   bool hasLight() const { return m_hasLight; }
 
   /// Adds a camera that sees the whole scene from there. The scene's own cameras are taken out of it for the time
@@ -61,7 +67,13 @@ class PiStage {
     SoNode* parent;  // null for the scene itself
     SbMatrix toWorld;
   };
-  class HiddenCamera;
+  class HiddenNode;
+  struct Frame;
+  struct Extents;
+  struct Overlay {
+    SoNode* node;
+    SoNode* parent;
+  };
   struct OldLimits {
     SoCamera* camera;
     float nearDistance;
@@ -70,11 +82,12 @@ class PiStage {
 
   void noteCamera(SoCallbackAction* action, SoCamera* camera);
   void hideCameras();
-  struct Frame;
-  struct Extents;
-
+  std::vector<std::unique_ptr<HiddenNode>> hideOverlays() const;
+  void leaveRoomForOverlays(Extents& extents) const;
   std::vector<SbVec3f> corners() const;
   Extents extentsFor(const PiViewpoint& viewpoint, const SbVec3f& origin) const;
+  template <class Visit>
+  void forEachVertex(Visit visit) const;
   bool addPrimitives(Extents& extents) const;
   void aim(const PiViewpoint& viewpoint, const Extents& extents);
 
@@ -86,7 +99,8 @@ class PiStage {
   std::vector<SbVec3f> m_screenTexts;
   bool m_hasLight = false;
   std::optional<OldLimits> m_oldLimits;
-  std::vector<std::unique_ptr<HiddenCamera>> m_hidden;
+  std::vector<Overlay> m_overlays;
+  std::vector<std::unique_ptr<HiddenNode>> m_hidden;
 };
 
 #endif
