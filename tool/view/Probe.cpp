@@ -157,11 +157,13 @@ std::string tellNode(const SoPickedPoint& picked) {
 
 std::string tellPoint(const SbVec3f& point, const std::optional<tool::Origin>& origin, const Question* question) {
   std::string text = " at";
+  const double least = 1e-12 * static_cast<double>(point.length());  // what is below is left by rounding
   for (const int direction : {0, 1, 2}) {
     const Scale scale = question ? question->scale(direction) : Scale();
     std::optional<double> from;
     if (origin) from = (*origin)[static_cast<std::size_t>(direction)];
-    text += " " + scale.place(static_cast<double>(point[direction]), from);
+    const auto coordinate = static_cast<double>(point[direction]);
+    text += " " + scale.place(std::abs(coordinate) < least ? 0.0 : coordinate, from);
   }
   return text;
 }

@@ -64,6 +64,11 @@ Window::Window(const Options& options) : m_options(options) {
   statusBar()->addWidget(m_status, 1);
   m_viewer->setBackgroundColor(options.background.color);
   m_viewer->onClick = [this](const SbVec2s& pixel) { tellAt(pixel); };
+  m_viewer->onEscape = [this] {
+    const bool isFull = isFullScreen();
+    if (isFull) toggleFullScreen();
+    return isFull;
+  };
   const bool isOnce = !options.screenshot.empty() || options.pick;
   if (isOnce) {
     m_viewer->setDecoration(FALSE);
@@ -111,10 +116,12 @@ void Window::addKey(const char* keys, const std::function<void()>& action) {
 void Window::tell(const std::string& text) { m_status->setText(QString::fromStdString(text)); }
 
 void Window::tellAt(const SbVec2s& pixel) {
-  const std::string text =
+  std::string text =
       tellPicked(m_viewer->getSceneManager()->getSceneGraph(), m_viewer->getViewportRegion(), pixel, m_scene->origin());
-  tell(text.empty() ? "Nothing is there" : text);
-  if (text.empty()) return;
+  const bool isNothing = text.empty();
+  if (isNothing) text = "Nothing is there";
+  tell(text);
+  if (isNothing && !m_options.pick) return;
   std::printf("%s\n", text.c_str());
   std::fflush(stdout);
 }
