@@ -12,27 +12,12 @@
 #include "Commands.h"
 #include "Failure.h"
 #include "FileKind.h"
+#include "ParsedOption.h"
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kMisused = 2;
-
-// Lets an option's value go through `parse`, whose complaint becomes the command line's.
-template <class Value>
-CLI::Option* addParsed(CLI::App* app, const std::string& name, Value& value, Value (*parse)(const std::string&),
-                       const std::string& help) {
-  return app->add_option_function<std::string>(
-      name,
-      [&value, parse, name](const std::string& text) {
-        try {
-          value = parse(text);
-        } catch (const std::invalid_argument& problem) {
-          throw CLI::ValidationError(name, problem.what());
-        }
-      },
-      help);
-}
 
 // Runs a command. What it throws is told in one sentence.
 int run(const std::function<void()>& command) {
@@ -76,7 +61,7 @@ int main(int argc, char** argv) {
                    "The picture to write; its ending says which kind: .png, .apng, .svg, .pdf")
       ->required()
       ->type_name("PICTURE");
-  addParsed(render, "--size", rendering.size, tool::parseSize, "Width and height in pixels; 800x600 if not given")
+  tool::addParsed(render, "--size", rendering.size, tool::parseSize, "Width and height in pixels; 800x600 if not given")
       ->type_name("WxH");
   render
       ->add_option("--view", view,
@@ -85,14 +70,16 @@ int main(int argc, char** argv) {
                    "is then seen, whatever cameras it has. If not given: the scene's own camera; for a scene without "
                    "one, the face of a flat scene, else iso")
       ->type_name("DIRECTION");
-  addParsed(render, "--up", rendering.up, tool::parseAxis,
-            "What points upwards in the picture, with --view: x, y, z, -x, -y, -z or a vector; y if not given. The "
-            "names of --view follow: with z up, front is the side of -y and top that of +z")
+  tool::addParsed(
+      render, "--up", rendering.up, tool::parseAxis,
+      "What points upwards in the picture, with --view: x, y, z, -x, -y, -z or a vector; y if not given. The "
+      "names of --view follow: with z up, front is the side of -y and top that of +z")
       ->type_name("AXIS");
   render->add_flag("--orthographic", rendering.isOrthographic, "Draw without perspective, with --view");
-  addParsed(render, "--background", rendering.background, tool::parseBackground,
-            "White, grey, navy and other names, #rrggbb, r,g,b with numbers from 0 to 1, or transparent; white if not "
-            "given")
+  tool::addParsed(
+      render, "--background", rendering.background, tool::parseBackground,
+      "White, grey, navy and other names, #rrggbb, r,g,b with numbers from 0 to 1, or transparent; white if not "
+      "given")
       ->type_name("COLOUR");
   render->add_option("--samples", rendering.samples, "Samples for each pixel, 1 to 4096: 16 gives smooth edges")
       ->check(CLI::Range(1, 4096))

@@ -42,6 +42,8 @@ TEST_F(ViewTest, SaysInASentenceWhyItShowsNothing) {
   runBadly("view s.iv", "there is no display", "env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM");
   runBadly("view s.iv", "the display can't be opened", "DISPLAY=:4711");
   runBadly("view none.iv", "none.iv: there is no such file", kDisplay);
+  writeScene("e.iv", "Separator { Coordinate3 { point 1 2 3 } }");
+  runBadly("view e.iv", "e.iv: there is nothing to draw", kDisplay);
   EXPECT_EQ(run("view").status, 2);
   EXPECT_EQ(run("view s.iv --pick here").status, 2);
 }
@@ -73,6 +75,28 @@ TEST_F(ViewTest, ShowsFilesOfOtherPrograms) {
   const ToolRun told = run("view heights.csv --size 200x200 --pick 70,100", kDisplay);
   EXPECT_EQ(told.status, 0) << told.err;
   EXPECT_NE(told.out.find("\"height\""), std::string::npos) << told.out;
+}
+
+// The axis of dates counts days from the start of 2020, a leap year; the logarithmic one stands in a separator, moved
+// up.
+TEST_F(ViewTest, TellsNumbersAsTheAxesWriteThem) {
+  writeScene("s.iv",
+             "OrthographicCamera { position 50 1 5 height 100 } LightModel { model BASE_COLOR } "
+             "PoDateFormatMapping { format \"Ymd\" date1 \"2020-01-01\" date2 \"2021-01-01\" coord2 366 } "
+             "PoTimeAxis { startDate \"2020-01-01\" endDate \"2021-01-01\" coord -40 } "
+             "PoLinearAxis { type YX start 0 -40 0 end 40 gradAddString \" ppm\" gradAddStringVisibility TRUE } "
+             "Separator { PoCurve { point [ 40 0, 60 0, 70 0 ] } } "
+             "Separator { Translation { translation 0 30 0 } PoLogAxis { start 0 0 0 end 95 } "
+             "PoCurve { point [ 40 3, 60 3 ] } }");
+  const auto tell = [this](const char* pixel) {
+    return run(std::string("view s.iv --size 200x200 --pick ") + pixel, kDisplay).out;
+  };
+  // Two pixels are a unit: day 60 of a leap year is the first of March.
+  const std::string date = tell("118,102");
+  EXPECT_EQ(date.rfind("PoCurve, nearest point 1 (2020-03-01 0 ppm) at 2020-0", 0), 0u) << date;
+  const std::string power = tell("118,36");
+  EXPECT_EQ(power.rfind("PoCurve, nearest point 1 (1e+60 ", 0), 0u) << power;
+  EXPECT_EQ(tell("190,150"), "Nothing is there\n");
 }
 
 TEST_F(ViewTest, AddsTheOriginToCoordinates) {

@@ -18,33 +18,48 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 #include <limits>
 
+#include "Words.h"
 #include "graph/chart/PiPieSlices.h"
 
 namespace view {
 
 namespace {
 
-struct Question {
-  const SoPickedPoint& picked;
-  const SbVec3f& point;
-  const PbMesh* mesh;
-};
-
 std::string nameIn(const SoMFString& names, int index, const char* kind) {
   return nameOr(index < names.getNum() ? names[index].getString() : "", kind, index);
 }
 
-std::string shareOf(const PiPieSlices::Slice& slice) { return print(" %.6g, %.3g %%", slice.value, slice.percent); }
+std::string shareOf(const PiPieSlices::Slice& slice, const std::string& unit) {
+  return " " + roughly(slice.value) + unit + print(", %.3g %%", slice.percent);
+}
+
+std::string unitOf(const SoSFEnum& visibility, const SoSFString& unit) {
+  return visibility.getValue() == PoAxis::VISIBILITY_ON ? unit.getValue().getString() : "";
+}
+
+std::string valueOf(const PoHistogram& kit, float value) {
+  return " " + exactly(value) + unitOf(kit.valueAddStringVisibility, kit.valueAddString);
+}
+
+// A bar without a name is told by the part of the axis that it stands on, if there is an axis.
+std::string nameOfBar(const PoSingleHistogram& kit, int bar, const Question& question) {
+  const std::string name = bar < kit.name.getNum() ? kit.name[bar].getString() : "";
+  const int direction = kit.type.getValue() == PoHistogram::Y ? 1 : 0;
+  const Scale scale = question.scale(direction);
+  if (!name.empty() || !scale.hasAxis) return nameOr(name, "bar", bar);
+  const double start = static_cast<double>(kit.start.getValue()[direction]);
+  const double step = (static_cast<double>(kit.end.getValue()) - start) / kit.value.getNum();
+  return nameOr("", "bar", bar) + " (" + scale.place(start + bar * step) + " to " +
+         scale.place(start + (bar + 1) * step) + ")";
+}
 
 Answer tellBar(const PoSingleHistogram& kit, const Question& question) {
   int bar = 0;
   if (!kit.getPickedBarNumber(&question.picked, bar) || bar >= kit.value.getNum())
     return {pickedText(question.picked), false};
-  return {", " + nameIn(kit.name, bar, "bar") + print(" %.6g", static_cast<double>(kit.value[bar])), false};
+  return {", " + nameOfBar(kit, bar, question) + valueOf(kit, kit.value[bar]), false};
 }
 
 Answer tellBarOfTable(const PoMultipleHistogram& kit, const Question& question) {
@@ -54,7 +69,7 @@ Answer tellBarOfTable(const PoMultipleHistogram& kit, const Question& question) 
   const int rows = std::clamp(kit.numRows.getValue(), 1, count);
   const int columns = (count - 1) / rows + 1;
   return {", " + nameIn(kit.rowName, bar / columns, "row") + ", " + nameIn(kit.columnName, bar % columns, "column") +
-              print(" %.6g", static_cast<double>(kit.value[bar])),
+              valueOf(kit, kit.value[bar]),
           false};
 }
 
@@ -75,7 +90,11 @@ Answer tellSlice(const PoPieChart& kit, const Question& question) {
     if (slice.index() != number) continue;
     const std::string name = slice.isGroup() ? nameOr(kit.sliceGroupString.getValue().getString(), "group", 0)
                                              : nameIn(kit.sliceText, number, "slice");
-    return {", " + name + shareOf(slice), false};
+    const std::string inside = unitOf(kit.intAnnotAddStringVisibility, kit.intAnnotAddString);
+    return {
+        ", " + name +
+            shareOf(slice, inside.empty() ? unitOf(kit.extAnnotAddStringVisibility, kit.extAnnotAddString) : inside),
+        false};
   }
   return {"", false};
 }
@@ -83,7 +102,8 @@ Answer tellSlice(const PoPieChart& kit, const Question& question) {
 // Below the kit stands a separator with the group of all slices, and in it a group for each of them in their order.
 Answer tellSliceOfMesh(const PoPieChartRep& kit, const Question& question) {
   const auto& path = *static_cast<const SoFullPath*>(question.picked.getPath());
-  const float* values = question.mesh ? question.mesh->getValuesSet(kit.yValuesIndex.getValue()) : nullptr;
+  const PbMesh* mesh = question.mesh();
+  const float* values = mesh ? mesh->getValuesSet(kit.yValuesIndex.getValue()) : nullptr;
   const int place = path.findNode(&kit) + 2;
   if (!values || place + 1 >= path.getLength() || path.getNode(place)->getTypeId() != SoGroup::getClassTypeId())
     return tellAnnotation(question.picked);
@@ -92,11 +112,12 @@ Answer tellSliceOfMesh(const PoPieChartRep& kit, const Question& question) {
   for (int i = 0; i < path.getIndex(place + 1); ++i)
     if (all->getChild(i)->getTypeId() == SoGroup::getClassTypeId()) ++number;
   PiPieSlices slices;
-  slices.compute(question.mesh->getNumNodes(), values, {});
+  slices.compute(mesh->getNumNodes(), values, {});
   if (number >= slices.displayed().size()) return {"", false};
   const PiPieSlices::Slice& slice = slices.displayed()[number];
-  const SbString* names = question.mesh->getStringsSet(0);
-  return {", " + nameOr(names ? names[slice.index()].getString() : "", "slice", slice.index()) + shareOf(slice), false};
+  const SbString* names = mesh->getStringsSet(0);
+  return {", " + nameOr(names ? names[slice.index()].getString() : "", "slice", slice.index()) + shareOf(slice, ""),
+          false};
 }
 
 SbVec3f in3D(const SbVec2f& point) { return {point[0], point[1], 0.0f}; }
@@ -108,9 +129,10 @@ Answer tellCurve(const Curve& kit, const Question& question) {
   const int nearest = nearestPoint(kit.point.getNum(), pointAt, question.point);
   if (nearest < 0) return {};
   const SbVec3f place = pointAt(nearest);
-  return {
-      print(", nearest point %d (%.6g %.6g", nearest, static_cast<double>(place[0]), static_cast<double>(place[1])) +
-      (place[2] != 0.0f ? print(" %.6g)", static_cast<double>(place[2])) : ")")};
+  std::string text = print(", nearest point %d (", nearest) + question.scale(0).data(place[0]) + " " +
+                     question.scale(1).data(place[1]);
+  if (place[2] != 0.0f) text += " " + question.scale(2).data(place[2]);
+  return {text + ")"};
 }
 
 // Texts stand beside what they tell of.
@@ -128,13 +150,13 @@ Answer tellLegend(const PoLegend& kit, const Question& question) { return tellTi
 
 struct Teller {
   SoType (*type)();
-  Answer (*tell)(const PoBase& kit, const Question& question);
+  Answer (*tell)(const Question& question);
 };
 
 template <class Kit, Answer (*tell)(const Kit&, const Question&)>
 constexpr Teller tellerOf() {
   return {&Kit::getClassTypeId,
-          [](const PoBase& kit, const Question& question) { return tell(static_cast<const Kit&>(kit), question); }};
+          [](const Question& question) { return tell(static_cast<const Kit&>(question.kit), question); }};
 }
 
 constexpr Teller kTellers[] = {
@@ -149,19 +171,6 @@ constexpr Teller kTellers[] = {
 };
 
 }  // namespace
-
-std::string print(const char* format, ...) {
-  char text[256];
-  std::va_list values;
-  va_start(values, format);
-  std::vsnprintf(text, sizeof(text), format, values);
-  va_end(values);
-  return text;
-}
-
-std::string nameOr(const std::string& name, const char* kind, int index) {
-  return name.empty() ? print("%s %d", kind, index) : "\"" + name + "\"";
-}
 
 std::string pickedText(const SoPickedPoint& picked) {
   const SoNode* node = static_cast<const SoFullPath*>(picked.getPath())->getTail();
@@ -195,10 +204,10 @@ int nearestPoint(int count, const std::function<SbVec3f(int)>& pointAt, const Sb
   return nearest;
 }
 
-Answer tellChart(const PoBase& kit, const SoPickedPoint& picked, const SbVec3f& point, const PbMesh* mesh) {
+Answer tellChart(const Question& question) {
   for (const Teller& teller : kTellers)
-    if (kit.isOfType(teller.type())) return teller.tell(kit, {picked, point, mesh});
-  return {pickedText(picked)};
+    if (question.kit.isOfType(teller.type())) return teller.tell(question);
+  return {pickedText(question.picked)};
 }
 
 }  // namespace view

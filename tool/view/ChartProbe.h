@@ -6,8 +6,8 @@
 #include <functional>
 #include <string>
 
-class PbMesh;
-class PoBase;
+#include "Surroundings.h"
+
 class SoPickedPoint;
 
 namespace view {
@@ -18,21 +18,27 @@ struct Answer {
   bool hasCoordinates = true;
 };
 
-/// Of bars and slices name and value, of curves the nearest point, of axes and legends what they are. `mesh` is the one
-/// that the kit finds, or null; `point` is in the coordinates of the kit's data.
-Answer tellChart(const PoBase& kit, const SoPickedPoint& picked, const SbVec3f& point, const PbMesh* mesh);
+/// A point of a kit that was picked, in the coordinates of the kit's data, and what stands round the kit.
+struct Question {
+  const PoBase& kit;
+  const SoPickedPoint& picked;
+  const SbVec3f& point;
+  const Surroundings& scene;
+  const Surroundings::Kit* place;
+
+  const PbMesh* mesh() const { return Surroundings::meshOf(place); }
+  /// How numbers along a direction (0 x, 1 y, 2 z) are written.
+  Scale scale(int direction) const { return scene.scaleOf(place, direction, point[direction]); }
+};
+
+/// Of bars and slices name and value, of curves the nearest point, of axes and legends what they are.
+Answer tellChart(const Question& question);
 
 /// Which of some points is nearest in a picture that stretches them to its own width and height; -1 if there is none.
 int nearestPoint(int count, const std::function<SbVec3f(int)>& pointAt, const SbVec3f& point);
 
 /// ", text "WORDS"" if a text was picked, else nothing.
 std::string pickedText(const SoPickedPoint& picked);
-
-/// `name` in quotes, or "KIND INDEX" if it is empty.
-std::string nameOr(const std::string& name, const char* kind, int index);
-
-/// What printf makes of it, up to 255 bytes.
-[[gnu::format(printf, 1, 2)]] std::string print(const char* format, ...);
 
 }  // namespace view
 

@@ -2,7 +2,6 @@
 
 #include <Inventor/SoFullPath.h>
 #include <Inventor/SoPickedPoint.h>
-#include <Inventor/actions/SoCallbackAction.h>
 #include <Inventor/actions/SoRayPickAction.h>
 #include <Inventor/fields/SoSFNode.h>
 #include <Inventor/nodes/SoMatrixTransform.h>
@@ -10,15 +9,14 @@
 #include <Ormelle/PbMesh.h>
 #include <Ormelle/PoChart.h>
 #include <Ormelle/PoMesh.h>
-#include <Ormelle/PoMeshElement.h>
 #include <Ormelle/PoPieChartRep.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 
 #include "ChartProbe.h"
+#include "Words.h"
 
 namespace view {
 
@@ -27,31 +25,11 @@ namespace {
 // A path that the toolkit hands out, with the insides of kits.
 const SoFullPath& whole(const SoPath* path) { return *static_cast<const SoFullPath*>(path); }
 
-const PoBase* kitIn(const SoFullPath& path) {
-  for (int i = path.getLength() - 1; i >= 0; --i)
-    if (path.getNode(i)->isOfType(PoBase::getClassTypeId())) return static_cast<const PoBase*>(path.getNode(i));
-  return nullptr;
-}
-
-// The mesh that `kit` has or finds on its way down `path`.
-const PbMesh* meshOf(const PoBase* kit, SoPath* path) {
-  struct Search {
-    const PoBase* kit;
-    const PbMesh* mesh = nullptr;
-  } search{kit};
-  if (kit->isOfType(PoMesh::getClassTypeId())) search.mesh = static_cast<const PoMesh*>(kit)->getMesh();
-  if (search.mesh) return search.mesh;
-  SoCallbackAction action;
-  action.addPreCallback(
-      PoBase::getClassTypeId(),
-      [](void* data, SoCallbackAction* walk, const SoNode* node) {
-        auto* wanted = static_cast<Search*>(data);
-        if (node == wanted->kit) wanted->mesh = PoMeshElement::getMesh(walk->getState());
-        return SoCallbackAction::CONTINUE;
-      },
-      &search);
-  action.apply(path);
-  return search.mesh;
+// Where the last kit stands in a path; -1 if there is none.
+int findKit(const SoFullPath& path) {
+  int place = path.getLength() - 1;
+  while (place >= 0 && !path.getNode(place)->isOfType(PoBase::getClassTypeId())) --place;
+  return place;
 }
 
 // The point in the coordinates of the kit's data: inside the transformation that the kit makes of its domain, and
@@ -102,7 +80,7 @@ int elementOf(const Place& place, PbMesh::DataBinding binding, int count) {
   return index < count ? index : -1;
 }
 
-std::string tellValues(const PbMesh& mesh, const Place& place, int index) {
+std::string tellValues(const PbMesh& mesh, const Place& place, int index, const std::string& unit = "") {
   const float* values = mesh.getValuesSet(index);
   if (!values) return {};
   const PbMesh::DataBinding binding = mesh.getValuesBinding(index);
@@ -110,8 +88,8 @@ std::string tellValues(const PbMesh& mesh, const Place& place, int index) {
   if (element < 0) return {};
   const bool isWithin = binding == PbMesh::PER_NODE && place.cell && mesh.getNumValues(index) >= mesh.getNumNodes();
   const float value = isWithin ? place.cell->getValue(place.pcoord, values) : values[element];
-  return ", " + nameOfSet(mesh.getValuesSetName(index), "values", index) +
-         (std::isnan(value) ? " undefined" : print(" %.6g", static_cast<double>(value)));
+  return ", " + nameOfSet(mesh.getValuesSetName(index), "values", index) + " " +
+         (isWithin ? roughly(static_cast<double>(value)) : exactly(value)) + (std::isnan(value) ? "" : unit);
 }
 
 std::string tellVector(const PbMesh& mesh, const Place& place, int index) {
@@ -122,50 +100,51 @@ std::string tellVector(const PbMesh& mesh, const Place& place, int index) {
   if (element < 0) return {};
   const bool isWithin = binding == PbMesh::PER_NODE && place.cell;
   const SbVec3f v = isWithin ? place.cell->getValue(place.pcoord, vectors) : vectors[element];
-  return ", " + nameOfSet(mesh.getVecsSetName(index), "vectors", index) +
-         print(" (%.6g %.6g %.6g)", static_cast<double>(v[0]), static_cast<double>(v[1]), static_cast<double>(v[2]));
+  return ", " + nameOfSet(mesh.getVecsSetName(index), "vectors", index) + " (" + roughly(static_cast<double>(v[0])) +
+         " " + roughly(static_cast<double>(v[1])) + " " + roughly(static_cast<double>(v[2])) + ")";
 }
 
 // Sets have any index; those of scenes are numbered from 0.
 constexpr int kMostIndices = 16;
 
-// Values and vectors of all sets at a place, those that the kit shows first.
-std::string tellSets(const PbMesh& mesh, const Place& place, int first) {
-  std::string text = tellValues(mesh, place, first);
+// Values and vectors of all sets at a place, those that the kit shows first, with their unit.
+std::string tellSets(const PbMesh& mesh, const Place& place, int first, const std::string& unit) {
+  std::string text = tellValues(mesh, place, first, unit);
   for (int index = 0; index < kMostIndices; ++index)
     if (index != first) text += tellValues(mesh, place, index);
   for (int index = 0; index < kMostIndices; ++index) text += tellVector(mesh, place, index);
   return text;
 }
 
-std::string tellMesh(const PbMesh& mesh, int values_index, const SbVec3f& point) {
-  const Place place = locate(mesh, point);
+std::string tellMesh(const PbMesh& mesh, const Question& question) {
+  const Place place = locate(mesh, question.point);
   std::string text;
   if (place.cell) text += print(", cell %d", place.cell->getIndex());
   if (place.node >= 0) text += print(", nearest node %d", place.node);
-  return text + tellSets(mesh, place, values_index);
+  const auto& kit = static_cast<const PoMesh&>(question.kit);
+  return text + tellSets(mesh, place, kit.valuesIndex.getValue(), question.scene.unitOf(question.place));
 }
 
-std::string tellCurveOfMesh(const PbMesh& mesh, int values_index, const SbVec3f& point) {
+std::string tellCurveOfMesh(const PbMesh& mesh, const Question& question) {
+  const int values_index = static_cast<const PoChart&>(question.kit).yValuesIndex.getValue();
   const float* y = mesh.getValuesSet(values_index);
   if (!y || mesh.getValuesBinding(values_index) != PbMesh::PER_NODE) return {};
   Place place;
   place.node = nearestPoint(
       std::min(mesh.getNumNodes(), mesh.getNumValues(values_index)),
-      [&mesh, y](int index) { return SbVec3f(mesh.getNodeCoord(index)[0], y[index], 0.0f); }, point);
+      [&mesh, y](int index) { return SbVec3f(mesh.getNodeCoord(index)[0], y[index], 0.0f); }, question.point);
   if (place.node < 0) return {};
-  return print(", nearest node %d, x %.6g", place.node, static_cast<double>(mesh.getNodeCoord(place.node)[0])) +
-         tellSets(mesh, place, values_index);
+  return print(", nearest node %d, x ", place.node) + question.scale(0).data(mesh.getNodeCoord(place.node)[0]) +
+         tellSets(mesh, place, values_index, question.scale(1).behind(y[place.node]));
 }
 
-// The mesh is looked for only where there may be one: kits that rebuild meanwhile cut the path short.
-Answer tellKit(const PoBase& kit, const SoPickedPoint& picked, const SbVec3f& point) {
-  const bool isMesh = kit.isOfType(PoMesh::getClassTypeId());
-  if (!isMesh && !kit.isOfType(PoChart::getClassTypeId())) return tellChart(kit, picked, point, nullptr);
-  const PbMesh* mesh = meshOf(&kit, picked.getPath());
-  if (!mesh || kit.isOfType(PoPieChartRep::getClassTypeId())) return tellChart(kit, picked, point, mesh);
-  if (isMesh) return {tellMesh(*mesh, static_cast<const PoMesh&>(kit).valuesIndex.getValue(), point)};
-  return {tellCurveOfMesh(*mesh, static_cast<const PoChart&>(kit).yValuesIndex.getValue(), point)};
+Answer tellKit(const Question& question) {
+  const PbMesh* mesh = question.mesh();
+  if (mesh && question.kit.isOfType(PoMesh::getClassTypeId())) return {tellMesh(*mesh, question)};
+  if (mesh && question.kit.isOfType(PoChart::getClassTypeId()) &&
+      !question.kit.isOfType(PoPieChartRep::getClassTypeId()))
+    return {tellCurveOfMesh(*mesh, question)};
+  return tellChart(question);
 }
 
 // What stands outside of kits, by its type.
@@ -176,33 +155,42 @@ std::string tellNode(const SoPickedPoint& picked) {
   return text + pickedText(picked);
 }
 
-std::string tellPoint(const SbVec3f& point, const std::optional<tool::Origin>& origin) {
-  const tool::Origin add = origin.value_or(tool::Origin{});
-  const char* format = origin ? " at %.10g %.10g %.10g" : " at %.6g %.6g %.6g";
-  char text[128];
-  std::snprintf(text, sizeof(text), format, add[0] + static_cast<double>(point[0]),
-                add[1] + static_cast<double>(point[1]), add[2] + static_cast<double>(point[2]));
+std::string tellPoint(const SbVec3f& point, const std::optional<tool::Origin>& origin, const Question* question) {
+  std::string text = " at";
+  const double least = 1e-12 * static_cast<double>(point.length());  // what is below is left by rounding
+  for (const int direction : {0, 1, 2}) {
+    const Scale scale = question ? question->scale(direction) : Scale();
+    std::optional<double> from;
+    if (origin) from = (*origin)[static_cast<std::size_t>(direction)];
+    const auto coordinate = static_cast<double>(point[direction]);
+    text += " " + scale.place(std::abs(coordinate) < least ? 0.0 : coordinate, from);
+  }
   return text;
 }
 
 }  // namespace
 
+// The scene is looked at before the picking: kits that rebuild in between would cut a path short.
 std::string tellPicked(SoNode* root, const SbViewportRegion& viewport, const SbVec2s& pixel,
                        const std::optional<tool::Origin>& origin) {
+  const Surroundings scene(root, viewport);
   SoRayPickAction pick(viewport);
   pick.setPoint(pixel);
   pick.setRadius(4.0f);
   pick.apply(root);
   const SoPickedPoint* picked = pick.getPickedPoint();
   if (!picked) return {};
-  const PoBase* kit = kitIn(whole(picked->getPath()));
-  if (!kit) return tellNode(*picked) + tellPoint(picked->getPoint(), origin);
-  const SbVec3f point = pointOfData(*kit, *picked);
-  std::string text = kit->getTypeId().getName().getString();
-  if (kit->getName().getLength() > 0) text += std::string(" ") + kit->getName().getString();
-  const Answer answer = tellKit(*kit, *picked, point);
+  const SoFullPath& path = whole(picked->getPath());
+  const int place = findKit(path);
+  if (place < 0) return tellNode(*picked) + tellPoint(picked->getPoint(), origin, nullptr);
+  const auto& kit = *static_cast<const PoBase*>(path.getNode(place));
+  const SbVec3f point = pointOfData(kit, *picked);
+  const Question question{kit, *picked, point, scene, scene.find(path, place)};
+  std::string text = kit.getTypeId().getName().getString();
+  if (kit.getName().getLength() > 0) text += std::string(" ") + kit.getName().getString();
+  const Answer answer = tellKit(question);
   text += answer.text;
-  return answer.hasCoordinates ? text + tellPoint(point, origin) : text;
+  return answer.hasCoordinates ? text + tellPoint(point, origin, &question) : text;
 }
 
 }  // namespace view

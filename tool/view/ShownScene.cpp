@@ -15,6 +15,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "Failure.h"
 #include "Import.h"
 #include "SceneCheck.h"
 
@@ -46,10 +47,13 @@ std::string textOf(SoCamera* camera) {
   return text.data();
 }
 
-bool isFlatScene(SoNode* root, const SbViewportRegion& viewport) {
+SbBox3f boxOf(SoNode* root, const SbViewportRegion& viewport) {
   SoGetBoundingBoxAction measure(viewport);
   measure.apply(root);
-  const SbBox3f box = measure.getBoundingBox();
+  return measure.getBoundingBox();
+}
+
+bool isFlatBox(const SbBox3f& box) {
   if (box.isEmpty()) return false;
   const SbVec3f size = box.getMax() - box.getMin();
   return size[2] <= 4e-3f * std::max(size[0], size[1]);  // as PiStage has it
@@ -77,7 +81,7 @@ ShownScene::ShownScene(const std::string& file, const SbViewportRegion& viewport
   m_files = filesOf(file, scene);
   m_stage = std::make_unique<PiStage>(scene, viewport);
   if (!m_stage->hasLight()) m_stage->addLights();
-  m_isFlat = isFlatScene(scene, viewport);
+  m_isFlat = isFlatBox(boxOf(scene, viewport));
   if (m_stage->hasCamera()) {
     m_camera = m_stage->firstCamera();
   } else {
@@ -86,6 +90,8 @@ ShownScene::ShownScene(const std::string& file, const SbViewportRegion& viewport
     m_stage->addCamera(viewpoint);
     m_camera = m_stage->camera();
   }
+  // Texts of a fixed size on the screen have one in the scene only now that there is a camera.
+  if (boxOf(m_stage->root(), viewport).isEmpty()) throw tool::Failure(file + ": there is nothing to draw");
   if (m_camera && m_stage->hasCamera()) m_cameraInFile = textOf(m_camera);
 }
 

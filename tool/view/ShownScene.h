@@ -19,7 +19,7 @@ namespace view {
 /// A scene read from its file, with the camera and the lights that it lacks, and a watch over the files it came from.
 class ShownScene {
  public:
-  /// Throws tool::Failure, as tool::readAnyScene and tool::checkScene.
+  /// Throws tool::Failure, as tool::readAnyScene and tool::checkScene, and if there is nothing to draw.
   ShownScene(const std::string& file, const SbViewportRegion& viewport);
 
   /// What to show: lights, a camera and the scene.

@@ -1,8 +1,10 @@
 #include "Viewer.h"
 
+#include <Inventor/events/SoKeyboardEvent.h>
 #include <Inventor/events/SoMouseButtonEvent.h>
 #include <Inventor/system/gl.h>
 
+#include <QTimer>
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
@@ -60,6 +62,7 @@ void Viewer::noteClick(const SoEvent& event) {
 }
 
 SbBool Viewer::processSoEvent(const SoEvent* event) {
+  if (SO_KEY_PRESS_EVENT(event, ESCAPE) && onEscape && onEscape()) return TRUE;
   const bool isPlain = !event->wasShiftDown() && !event->wasCtrlDown() && !event->wasAltDown();
   if (isPlain || SO_MOUSE_RELEASE_EVENT(event, BUTTON1)) noteClick(*event);
   const bool isLeft = SO_MOUSE_PRESS_EVENT(event, BUTTON1) || SO_MOUSE_RELEASE_EVENT(event, BUTTON1);
@@ -69,6 +72,13 @@ SbBool Viewer::processSoEvent(const SoEvent* event) {
     return SoQtExaminerViewer::processSoEvent(&moving);
   }
   return SoQtExaminerViewer::processSoEvent(event);
+}
+
+// The area has its size on the screen only some time after this; until then it is drawn in vain.
+void Viewer::sizeChanged(const SbVec2s& size) {
+  SoQtExaminerViewer::sizeChanged(size);
+  for (const int milliseconds : {50, 200, 800})
+    QTimer::singleShot(milliseconds, &m_later, [this] { scheduleRedraw(); });
 }
 
 void Viewer::actualRedraw() {

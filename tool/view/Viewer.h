@@ -4,6 +4,7 @@
 #include <Inventor/Qt/viewers/SoQtExaminerViewer.h>
 #include <Inventor/SbVec2s.h>
 
+#include <QObject>
 #include <functional>
 #include <optional>
 #include <string>
@@ -19,6 +20,8 @@ class Viewer : public SoQtExaminerViewer {
 
   /// Called with the pixel, counted from the bottom left, of each click.
   std::function<void(const SbVec2s&)> onClick;
+  /// Called for the Escape key; whether it was meant for the caller and not for the viewer.
+  std::function<bool()> onEscape;
 
   void setFlat(bool isFlat) { m_isFlat = isFlat; }
   /// Writes what is drawn next to `file`, a PNG picture, and then calls `done` with what went wrong, empty if nothing
@@ -28,10 +31,12 @@ class Viewer : public SoQtExaminerViewer {
  protected:
   SbBool processSoEvent(const SoEvent* event) override;
   void actualRedraw() override;
+  void sizeChanged(const SbVec2s& size) override;
 
  private:
   void noteClick(const SoEvent& event);
 
+  QObject m_later;  // what is put off ends with the viewer
   bool m_isFlat = false;
   std::optional<SbVec2s> m_pressed;
   std::string m_picture;

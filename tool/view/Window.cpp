@@ -14,7 +14,9 @@
 #include <utility>
 
 #include "Failure.h"
+#include "Keys.h"
 #include "Probe.h"
+#include "StatusLine.h"
 
 namespace view {
 
@@ -26,22 +28,11 @@ constexpr int kLookEvery = 50;  // ms, at a window that ends when it was drawn
 constexpr int kLooksWhenShown = 10;
 constexpr int kMostLooks = 60;
 
-constexpr const char* kHelp =
-    "<table cellpadding='3'>"
-    "<tr><td><b>left button</b></td><td>turn; move a flat scene</td></tr>"
-    "<tr><td><b>middle button, or Shift and left</b></td><td>move</td></tr>"
-    "<tr><td><b>wheel</b></td><td>nearer and farther</td></tr>"
-    "<tr><td><b>click</b></td><td>tell what is there: cell, node, values, coordinates</td></tr>"
-    "<tr><td><b>S</b>, then click</td><td>go to a point</td></tr>"
-    "<tr><td><b>A</b></td><td>see the whole scene</td></tr>"
-    "<tr><td><b>Home</b></td><td>look as at first</td></tr>"
-    "<tr><td><b>O</b></td><td>with or without perspective</td></tr>"
-    "<tr><td><b>Esc</b></td><td>let the scene have the mouse, or the viewer again</td></tr>"
-    "<tr><td><b>R</b></td><td>read the file again (which also happens when it changes)</td></tr>"
-    "<tr><td><b>P</b></td><td>save the picture</td></tr>"
-    "<tr><td><b>F</b></td><td>the whole screen</td></tr>"
-    "<tr><td><b>Q</b></td><td>end</td></tr>"
-    "</table>";
+QString keysAsTable() {
+  QString text = "<table cellpadding='3'>";
+  for (const Key& key : kKeys) text += QString("<tr><td><b>%1</b></td><td>%2</td></tr>").arg(key.keys).arg(key.meaning);
+  return text + "</table>";
+}
 
 // The toolkit's clock wakes the program sixty times a second, for nothing where no engine of the scene hears it.
 void runClockIfHeard() {
@@ -69,8 +60,15 @@ Window::Window(const Options& options) : m_options(options) {
   m_viewer = std::make_unique<Viewer>(host);
   layout->addWidget(m_viewer->getWidget());
   setCentralWidget(host);
+  m_status = new StatusLine(this);
+  statusBar()->addWidget(m_status, 1);
   m_viewer->setBackgroundColor(options.background.color);
   m_viewer->onClick = [this](const SbVec2s& pixel) { tellAt(pixel); };
+  m_viewer->onEscape = [this] {
+    const bool isFull = isFullScreen();
+    if (isFull) toggleFullScreen();
+    return isFull;
+  };
   const bool isOnce = !options.screenshot.empty() || options.pick;
   if (isOnce) {
     m_viewer->setDecoration(FALSE);
@@ -88,13 +86,13 @@ Window::Window(const Options& options) : m_options(options) {
   m_viewer->saveHomePosition();
   tell("F1 tells the keys; a click tells what is there");
 
-  addKey("F1", [this] { QMessageBox::information(this, "Ormelle", kHelp); });
+  addKey("F1", [this] { QMessageBox::information(this, "Ormelle", keysAsTable()); });
   addKey("A", [this] { m_viewer->viewAll(); });
   addKey("Home", [this] { m_viewer->resetToHomePosition(); });
   addKey("O", [this] { m_viewer->toggleCameraType(); });
   addKey("R", [this] { load(); });
   addKey("P", [this] { savePicture(); });
-  addKey("F", [this] { toggleFullScreen(); });
+  for (const char* keys : {"F", "F11"}) addKey(keys, [this] { toggleFullScreen(); });
   addKey("Q", [] { SoQt::exitMainLoop(); });
   if (isOnce) {
     connect(&m_watch, &QTimer::timeout, this, [this] { doOnce(); });
@@ -115,13 +113,15 @@ void Window::addKey(const char* keys, const std::function<void()>& action) {
   connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, action);
 }
 
-void Window::tell(const std::string& text) { statusBar()->showMessage(QString::fromStdString(text)); }
+void Window::tell(const std::string& text) { m_status->setText(QString::fromStdString(text)); }
 
 void Window::tellAt(const SbVec2s& pixel) {
-  const std::string text =
+  std::string text =
       tellPicked(m_viewer->getSceneManager()->getSceneGraph(), m_viewer->getViewportRegion(), pixel, m_scene->origin());
-  tell(text.empty() ? "Nothing is there" : text);
-  if (text.empty()) return;
+  const bool isNothing = text.empty();
+  if (isNothing) text = "Nothing is there";
+  tell(text);
+  if (isNothing && !m_options.pick) return;
   std::printf("%s\n", text.c_str());
   std::fflush(stdout);
 }

@@ -13,6 +13,8 @@
 
 namespace view {
 
+class StatusLine;
+
 struct Options {
   std::string scene;
   tool::Size size{1000, 750};
@@ -43,6 +45,7 @@ class Window : public QMainWindow {
   void toggleFullScreen();
 
   Options m_options;
+  StatusLine* m_status = nullptr;  // Qt's
   std::unique_ptr<Viewer> m_viewer;
   std::unique_ptr<ShownScene> m_scene;
   QTimer m_watch;

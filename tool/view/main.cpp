@@ -11,8 +11,11 @@
 
 #include "Arguments.h"
 #include "Failure.h"
+#include "Keys.h"
+#include "ParsedOption.h"
 #include "SceneFile.h"
 #include "Window.h"
+#include "Words.h"
 
 namespace {
 
@@ -36,29 +39,19 @@ bool isSet(const char* variable) {
   return value && *value;
 }
 
-SbVec2s parsePixel(const std::string& text) {
+std::optional<SbVec2s> parsePixel(const std::string& text) {
   int x = 0;
   int y = 0;
   char rest = 0;
   if (std::sscanf(text.c_str(), "%d,%d%c", &x, &y, &rest) != 2 || x < 0 || y < 0 || x > 32767 || y > 32767)
-    throw CLI::ValidationError("--pick", "\"" + text + "\" is not a pixel, as 400,300 is");
-  return {static_cast<short>(x), static_cast<short>(y)};
+    throw std::invalid_argument("\"" + text + "\" is not a pixel, as 400,300 is");
+  return SbVec2s(static_cast<short>(x), static_cast<short>(y));
 }
 
-template <class Value>
-void addParsed(CLI::App& app, const char* name, Value& value, Value (*parse)(const std::string&), const char* type,
-               const char* help) {
-  app.add_option_function<std::string>(
-         name,
-         [&value, parse, name](const std::string& text) {
-           try {
-             value = parse(text);
-           } catch (const std::invalid_argument& problem) {
-             throw CLI::ValidationError(name, problem.what());
-           }
-         },
-         help)
-      ->type_name(type);
+std::string keysAsText() {
+  std::string text = "Keys and buttons:";
+  for (const view::Key& key : view::kKeys) text += view::print("\n  %-29s%s", key.keys, key.meaning);
+  return text;
 }
 
 int show(const view::Options& options) {
@@ -87,22 +80,21 @@ int show(const view::Options& options) {
 // NOLINTNEXTLINE(bugprone-exception-escape): the options themselves can only run out of memory
 int main(int argc, char** argv) {
   view::Options options;
-  std::string pixel;
-  CLI::App app(
-      "Shows a scene in a window, and again whenever its file changes. A click tells what is there; F1 lists "
-      "the keys.",
-      "ormelle view");
+  CLI::App app("Shows a scene in a window, and again whenever its file changes. A click tells what is there.",
+               "ormelle view");
+  app.footer(keysAsText());
   app.add_option("scene", options.scene, "The scene, or a file of another program")->required()->type_name("SCENE");
-  addParsed(app, "--size", options.size, tool::parseSize, "WxH", "Width and height in pixels; 1000x750 if not given");
-  addParsed(app, "--background", options.background, tool::parseBackground, "COLOUR",
-            "As for ormelle render; white if not given");
+  tool::addParsed(&app, "--size", options.size, tool::parseSize, "Width and height in pixels; 1000x750 if not given")
+      ->type_name("WxH");
+  tool::addParsed(&app, "--background", options.background, tool::parseBackground,
+                  "As for ormelle render; white if not given")
+      ->type_name("COLOUR");
   app.add_flag("--fullscreen", options.isFullScreen, "Take the whole screen");
   app.add_option("--screenshot", options.screenshot, "Write what the window shows into a picture and end")
       ->type_name("PICTURE.png");
-  app.add_option("--pick", pixel, "Tell what is at a pixel, counted from the top left, and end")->type_name("X,Y");
-  app.callback([&] {
-    if (!pixel.empty()) options.pick = parsePixel(pixel);
-  });
+  tool::addParsed(&app, "--pick", options.pick, parsePixel,
+                  "Tell what is at a pixel, counted from the top left, and end")
+      ->type_name("X,Y");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& problem) {
