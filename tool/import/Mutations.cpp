@@ -27,8 +27,8 @@ namespace importer {
 
 namespace {
 
-constexpr unsigned long kMegabytes = 2048;
-constexpr unsigned long kSeconds = 5;
+constexpr unsigned long kMegabytes = 1024;
+constexpr unsigned long kSeconds = 2;
 constexpr int kMilliseconds = 20000;
 
 class Mutator {

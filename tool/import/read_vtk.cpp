@@ -128,7 +128,7 @@ Dataset readByVtk(vtkAlgorithm& reader, const std::string& file) {
 }
 
 Dataset readVtkLegacy(const std::string& file) {
-  refuseBrokenText(file);
+  refuseBrokenLegacy(file);
   const auto reader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   reader->ReadAllScalarsOn();
   reader->ReadAllVectorsOn();
