@@ -6,13 +6,16 @@
 #include <vtkFieldData.h>
 #include <vtkGenericDataObjectReader.h>
 #include <vtkInformation.h>
+#include <vtkInformationDoubleVectorKey.h>
 #include <vtkOutputWindow.h>
 #include <vtkPointData.h>
 #include <vtkPolyData.h>
 #include <vtkSmartPointer.h>
+#include <vtkStreamingDemandDrivenPipeline.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkXMLGenericDataObjectReader.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "Readers.h"
@@ -98,17 +101,32 @@ std::string nameOfBlock(vtkCompositeDataIterator* block, const std::string& name
   return own && *own ? own : name + " " + std::to_string(number);
 }
 
+// The time to ask for, of a file that has several; null otherwise.
+const double* chooseTime(vtkInformation& output, Dataset& data) {
+  vtkInformationDoubleVectorKey* const key = vtkStreamingDemandDrivenPipeline::TIME_STEPS();
+  const int numSteps = output.Has(key) ? output.Length(key) : 0;
+  if (numSteps < 2) return nullptr;
+  const int step = std::min(readOptions().step, numSteps - 1);
+  data.note("of the " + std::to_string(numSteps) + " time steps number " + std::to_string(step + 1) + " was taken");
+  return output.Get(key) + step;
+}
+
 }  // namespace
 
 Dataset readByVtk(vtkAlgorithm& reader, const std::string& file) {
   const auto errors = vtkSmartPointer<ErrorCatcher>::New();
   vtkOutputWindow::SetInstance(errors);
-  reader.Update();
+  reader.UpdateInformation();
+  Dataset data;
+  const double* time = errors->hasError() ? nullptr : chooseTime(*reader.GetOutputInformation(0), data);
+  if (time)
+    reader.UpdateTimeStep(*time);
+  else
+    reader.Update();
   vtkDataObject* output = reader.GetOutputDataObject(0);
   if (errors->hasError()) throw Failure(errors->sentence());
   if (!output) throw Failure("VTK can't read it");
 
-  Dataset data;
   const std::string name = std::filesystem::path(file).stem().string();
   if (auto* set = vtkDataSet::SafeDownCast(output)) {
     takeSet(set, name, data);
