@@ -125,12 +125,14 @@ std::vector<Panel> panelsOf(const Chart& chart, std::vector<std::string>& notDra
 // ---- The page -------------------------------------------------------------------------------------------------------
 
 void addPage(SoGroup* root, const Chart& chart, double top) {
+  // The names of files have underscores in place of blanks.
+  std::string title = chart.title;
+  std::replace(title.begin(), title.end(), '_', ' ');
   addNodes(root,
            "LightModel { model BASE_COLOR }\nBaseColor { rgb 0.18 0.20 0.24 }\n"
            "PoMiscTextAttr { fontName \"DejaVu Sans\" endLineChar 0x7c lineLength 0 }\n"
            "Font { name \"DejaVu Sans:Bold\" size 0.032 }\n" +
-               wordsAt(0, top + 0.025, chart.title) + "Font { name \"DejaVu Sans\" size " + numberText(kLetter) +
-               " }\n");
+               wordsAt(0, top + 0.025, title) + "Font { name \"DejaVu Sans\" size " + numberText(kLetter) + " }\n");
 }
 
 const char* const kAxisLook = " gradFontSize 0.02 tickMainLength 0.008 arrowVisibility VISIBILITY_OFF";

@@ -16,6 +16,8 @@
 #include <vtkXMLGenericDataObjectReader.h>
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <filesystem>
 
 #include "Readers.h"
@@ -72,6 +74,17 @@ class ErrorCatcher : public vtkOutputWindow {
 
 // ---- Files ----------------------------------------------------------------------------------------------------------
 
+// Whether z of a grid with axes of its own runs so much farther than x and y that it can't be a length as they are: a
+// depth over degrees, for example.
+bool isNeedle(const Piece& piece) {
+  constexpr double kMost = 10;
+  if (piece.kind != PieceKind::RECTILINEAR_GRID) return false;
+  std::array<double, 3> extents{};
+  for (std::size_t axis = 0; axis < 3; ++axis)
+    if (!piece.axes[axis].empty()) extents[axis] = std::abs(piece.axes[axis].back() - piece.axes[axis].front());
+  return extents[2] > kMost * std::max(extents[0], extents[1]);
+}
+
 void takeSet(vtkDataSet* set, const std::string& name, Dataset& data) {
   if (set->GetNumberOfPoints() == 0) {
     data.note(name + " has no nodes and was left out");
@@ -85,6 +98,7 @@ void takeSet(vtkDataSet* set, const std::string& name, Dataset& data) {
     takeVtkCells(set, piece, data);
   } else {
     takeVtkGrid(set, piece, data);
+    if (isNeedle(piece)) data.hasOwnHeights = true;
   }
   vtkFieldData* whole = set->GetFieldData();
   for (int i = 0; whole && i < whole->GetNumberOfArrays(); ++i) {

@@ -86,12 +86,17 @@ class Words {
     if (c != EOF) std::ungetc(c, m_in.get());
     return text;
   }
-  // Passes by bytes behind the line; false if there are fewer.
+  // Passes by bytes; false if there are fewer.
   bool skip(std::uintmax_t numBytes) {
-    line();
     const long at = std::ftell(m_in.get());
     return at >= 0 && numBytes <= m_size - std::min(m_size, static_cast<std::uintmax_t>(at)) &&
            std::fseek(m_in.get(), static_cast<long>(numBytes), SEEK_CUR) == 0;
+  }
+  // Four bytes, the highest first.
+  std::uint32_t bigNumber() {
+    std::uint32_t number = 0;
+    for (int i = 0; i < 4; ++i) number = number << 8 | (static_cast<std::uint32_t>(next()) & 255U);
+    return number;
   }
 
  private:
@@ -194,6 +199,7 @@ class LegacyGuard {
   bool take(Count numbers, const std::string& type) {
     if (!m_isBinary) return takeText(numbers);
     const Count size = sizeOf(upper(type));
+    if (size > 0) m_words.line();
     if (size > 0 && !m_words.skip(numbers * size)) throw Failure("it breaks off in its " + m_section);
     return size > 0;
   }
@@ -215,11 +221,28 @@ class LegacyGuard {
   }
   bool takeCells() {
     const Count first = count(), second = count();
-    if (!m_isNew) return take(second, "int");
+    if (!m_isNew) return takeOldCells(first, second);
     m_words.word();  // OFFSETS, and their type
     if (!take(first, m_words.word())) return false;
     m_words.word();  // CONNECTIVITY
     return take(second, m_words.word());
+  }
+  // Each cell has the number of its nodes in front: VTK makes room for `all` and writes what the cells say.
+  bool takeOldCells(Count numCells, Count all) {
+    if (m_isBinary) m_words.line();
+    Count used = 0;
+    for (Count cell = 0; cell < numCells; ++cell) {
+      const Count numNodes = m_isBinary ? m_words.bigNumber() : count();
+      used += 1 + numNodes;
+      if (used > all) break;
+      if (!m_isBinary) {
+        takeText(numNodes);
+      } else if (!m_words.skip(4 * numNodes)) {
+        throw Failure("it breaks off in its " + m_section);
+      }
+    }
+    if (used != all) throw Failure("its " + m_section + " have not as many numbers as they announce");
+    return true;
   }
   bool takeScalars() {
     m_words.word();
