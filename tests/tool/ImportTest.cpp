@@ -169,6 +169,7 @@ TEST_F(Import, ClosesTheSkinRoundCellsWithValues) {
   for (const std::array<int, 3>& face : ply.faces) {
     std::array<std::array<float, 3>, 3> p{};
     for (std::size_t i = 0; i < 3; ++i) p[i] = ply.vertices[static_cast<std::size_t>(face[i])].position;
+    if (p[0][1] != std::round(p[0][1])) continue;  // of the legend
     for (std::size_t i = 0; i < 3; ++i) {
       const auto &a = p[i], &b = p[(i + 1) % 3];
       const bool isUp = a < b;
