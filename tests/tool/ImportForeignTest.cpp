@@ -1,9 +1,11 @@
 // Files of Gmsh, NetCDF, PLY, OBJ and STL: values are read back from the scene against what the samples were made of.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <sstream>
 
 #include "ImportForeignSamples.h"
 #include "ImportedScene.h"
@@ -112,6 +114,31 @@ TEST_F(ImportForeign, ReadsGridsOfNetcdf) {
     EXPECT_NE(said().find(note), std::string::npos) << said();
 }
 
+// Heights of pressures over degrees are drawn so that they are seen, and keep their own numbers.
+TEST_F(ImportForeign, DrawsHeightsThatAreNoLengthsAtASizeThatShowsThem) {
+  const std::string scene = imported("a.nc", sampleNetcdf());
+  const std::string node = "DEF OrmelleStretch Scale {";
+  const std::size_t at = scene.find(node);
+  ASSERT_NE(at, std::string::npos);
+  Numbers factor;
+  std::istringstream text(scene.substr(scene.find("scaleFactor", at) + 11));
+  for (double number = 0; factor.size() < 3 && text >> number;) factor.push_back(number);
+  ASSERT_EQ(factor.size(), 3U);
+  EXPECT_EQ(factor[0], 1);
+  EXPECT_EQ(factor[1], 1);
+  EXPECT_GT(factor[2] * 1000, 40.0 / 5) << "1000 hPa over 40 degrees";
+  EXPECT_LT(factor[2] * 1000, 40.0);
+  EXPECT_NE(said().find("times as high"), std::string::npos) << said();
+  // What is drawn has them, too.
+  runWell("geometry scene.iv -o a.ply");
+  float low = 0, high = -1e9F;
+  for (const Ply::Vertex& vertex : readPly(path("a.ply")).vertices) {
+    low = std::min(low, vertex.position[2]);
+    high = std::max(high, vertex.position[2]);
+  }
+  EXPECT_NEAR(high - low, 1000 * factor[2], 1e-3) << "from the map at 0 to 1000 hPa";
+}
+
 TEST_F(ImportForeign, RefusesNetcdfThatPromisesTooMuch) {
   std::string bytes = sampleNetcdf();
   writeFile("cut.nc", bytes.substr(0, bytes.size() / 2));
@@ -120,6 +147,11 @@ TEST_F(ImportForeign, RefusesNetcdfThatPromisesTooMuch) {
   bytes.replace(lon, 4, std::string("\x3f\xff\xff\xff", 4));
   writeFile("lie.nc", bytes);
   runBadly("convert lie.nc a.iv", "lie.nc");
+  // A name that would be copied past its room.
+  bytes = sampleNetcdf();
+  bytes.replace(bytes.find("lon") - 4, 4, std::string("\x00\x00\x03\x84", 4));
+  writeFile("name.nc", bytes);
+  runBadly("convert name.nc a.iv", "a name in its header is longer");
 }
 
 #endif

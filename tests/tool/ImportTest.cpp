@@ -3,7 +3,9 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <map>
 #include <set>
 #include <sstream>
 #include <tuple>
@@ -152,6 +154,56 @@ TEST_F(Import, SaysWhatItCannotKeep) {
     EXPECT_NE(said().find(part), std::string::npos) << said();
 }
 
+// A volume with values in parts of it only is drawn as the skin of the cells that have them: closed, each edge of it
+// run through both ways, round as much as these cells fill.
+TEST_F(Import, ClosesTheSkinRoundCellsWithValues) {
+  std::string bytes = "x,y,z,v\n";
+  for (int i = 0; i < 125; ++i)
+    bytes += std::to_string(i % 5) + "," + std::to_string(i / 5 % 5) + "," + std::to_string(i / 25) + "," +
+             (i == 124 || i == 62 ? "" : std::to_string(i)) + "\n";
+  imported("a.csv", bytes);
+  runWell("geometry scene.iv -o a.ply");
+  const Ply ply = readPly(path("a.ply"));
+  std::map<std::array<float, 6>, int> edges;
+  double volume = 0;
+  for (const std::array<int, 3>& face : ply.faces) {
+    std::array<std::array<float, 3>, 3> p{};
+    for (std::size_t i = 0; i < 3; ++i) p[i] = ply.vertices[static_cast<std::size_t>(face[i])].position;
+    if (p[0][1] != std::round(p[0][1])) continue;  // of the legend
+    for (std::size_t i = 0; i < 3; ++i) {
+      const auto &a = p[i], &b = p[(i + 1) % 3];
+      const bool isUp = a < b;
+      const auto &first = isUp ? a : b, &second = isUp ? b : a;
+      edges[{first[0], first[1], first[2], second[0], second[1], second[2]}] += isUp ? 1 : -1;
+    }
+    const auto cross = [&](std::size_t i, std::size_t j) {
+      return double{p[1][i]} * p[2][j] - double{p[1][j]} * p[2][i];
+    };
+    volume += (p[0][0] * cross(1, 2) + p[0][1] * cross(2, 0) + p[0][2] * cross(0, 1)) / 6;
+  }
+  for (const auto& [edge, turns] : edges) EXPECT_EQ(turns, 0);
+  EXPECT_NEAR(std::abs(volume), 64 - 8 - 1, 1e-4) << "without the 8 cells round the middle and the one of the corner";
+}
+
+// What was measured at several times is read at one: the first, or the one that is asked for, and said.
+TEST_F(Import, TakesTheTimeStepThatIsAskedFor) {
+  std::string bytes = importSamples()[3].bytes;
+  bytes.replace(bytes.find("<UnstructuredGrid>"), 18, "<UnstructuredGrid TimeValues=\"0 0.5 2\">");
+  const auto step = [](int time) {
+    std::string array =
+        "<DataArray type=\"Float32\" Name=\"speed\" TimeStep=\"" + std::to_string(time) + "\" format=\"ascii\">";
+    for (int i = 0; i < 13; ++i) array += std::to_string(100 * time + i) + " ";
+    return array + "</DataArray>";
+  };
+  bytes.insert(bytes.find("</PointData>"), step(0) + step(1) + step(2));
+  writeFile("a.vtu", bytes);
+  for (const auto& [option, number] : {std::pair{"", 0}, {" --time-step 2", 1}, {" --time-step 9", 2}}) {
+    const std::string said = runWell(std::string("convert a.vtu scene.iv") + option).out;
+    EXPECT_NE(said.find("of the 3 time steps number " + std::to_string(number + 1)), std::string::npos) << said;
+    EXPECT_EQ(valuesOf(readFile(path("scene.iv")), "speed").at(5), 100 * number + 5);
+  }
+}
+
 // Far from zero, floats couldn't tell the nodes apart.
 TEST_F(Import, KeepsAnOriginForLargeCoordinates) {
   const std::string points = "0 0 0 1 0 0 0 1 0 0 0 1 1 1 1 2 0 0 2 1 0 2.5 0.5 0";
@@ -228,11 +280,16 @@ TEST_F(Import, RefusesBrokenFilesOfVtk) {
   writeFile("cut_values.vtk", legacy.substr(0, legacy.size() - 5));
   writeFile("word.vtk", std::string(legacy).replace(legacy.find("1 2 3 4 5 6"), 1, "x"));
   writeFile("count.vtk", std::string(legacy).replace(legacy.find("POINTS 8"), 8, "POINTS 99999999999"));
+  writeFile("cells.vtk", std::string(legacy).replace(legacy.find("CELLS 3 17"), 10, "CELLS 3 9"));
+  const std::string binary = sampleGridLegacy(true);
+  writeFile("binary.vtk", std::string(binary).replace(binary.find("CELL_DATA 2"), 11, "CELL_DATA -1"));
   const std::size_t before = countFiles();
   for (const auto& [file, part] : {std::pair{"cut_points.vtk", "breaks off in its POINTS"},
                                    {"cut_values.vtk", "breaks off in its FIELD"},
                                    {"word.vtk", "a number of its SCALARS is none"},
                                    {"count.vtk", "a count in its POINTS can't be true"},
+                                   {"cells.vtk", "its CELLS have not as many numbers"},
+                                   {"binary.vtk", "a count in its CELL_DATA can't be true"},
                                    {"cut.vtu", "VTK can't read it"},
                                    {"components.vtu", "can't be true"},
                                    {"points.vtu", "can't be true"},

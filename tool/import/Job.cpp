@@ -10,7 +10,9 @@
 #include <Ormelle/PoOrmelle.h>
 
 #include <sys/resource.h>
+#include <unistd.h>
 
+#include <fstream>
 #include <new>
 
 #include "Readers.h"
@@ -30,6 +32,13 @@ void limit(__rlimit_resource_t what, rlim_t value) {
   limits.rlim_cur = value;
   if (what == RLIMIT_AS || what == RLIMIT_CORE) limits.rlim_max = value;
   (void)setrlimit(what, &limits);
+}
+
+// Address space that libraries and this program take before any file is read.
+[[maybe_unused]] rlim_t bytesMapped() {
+  unsigned long long pages = 0;
+  std::ifstream("/proc/self/statm") >> pages;
+  return static_cast<rlim_t>(pages) * static_cast<rlim_t>(sysconf(_SC_PAGESIZE));
 }
 
 }  // namespace
@@ -75,7 +84,7 @@ std::string currentProblem() {
 void limitProcess([[maybe_unused]] unsigned long megabytes, unsigned long seconds) {
   limit(RLIMIT_CORE, 0);
 #ifndef ORMELLE_IMPORT_SANITIZED  // those map more than any memory
-  if (megabytes > 0) limit(RLIMIT_AS, static_cast<rlim_t>(megabytes) << 20);
+  if (megabytes > 0) limit(RLIMIT_AS, (static_cast<rlim_t>(megabytes) << 20) + bytesMapped());
 #endif
   if (seconds > 0) limit(RLIMIT_CPU, seconds);
 }

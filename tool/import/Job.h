@@ -22,7 +22,8 @@ void startImporting();
 /// What went wrong, for a sentence: the text of the exception that is being handled.
 std::string currentProblem();
 
-/// Keeps this process from taking more than `megabytes` of memory and `seconds` of processor time; 0 is no limit.
+/// Keeps this process from taking `megabytes` of memory more than it has now and `seconds` of processor time; 0 is no
+/// limit.
 void limitProcess(unsigned long megabytes, unsigned long seconds);
 
 /// Changes each of `files` `count` times at random and reads what came of it, each in a child that this process forks.

@@ -1,7 +1,5 @@
 #include "SceneWriter.h"
 
-#include <Inventor/SoDB.h>
-#include <Inventor/SoInput.h>
 #include <Inventor/nodes/SoOrthographicCamera.h>
 #include <Inventor/nodes/SoPerspectiveCamera.h>
 #include <Inventor/nodes/SoSeparator.h>
@@ -9,13 +7,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <span>
 #include <sstream>
 
 #include "MeshBuilder.h"
 #include "MeshSets.h"
+#include "SceneText.h"
 
 namespace importer {
 
@@ -25,21 +23,6 @@ constexpr const char* kStretchName = "OrmelleStretch";
 
 // ---- Text of a scene ------------------------------------------------------------------------------------------------
 
-std::string numberText(double number) {
-  std::array<char, 32> text{};
-  std::snprintf(text.data(), text.size(), "%.7g", number);
-  return text.data();
-}
-
-std::string quoted(const std::string& text) {
-  std::string result = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') result += '\\';
-    result += c;
-  }
-  return result + '"';
-}
-
 // A name for DEF: letters, digits and underscores.
 std::string nodeNameOf(const std::string& text) {
   std::string name;
@@ -48,36 +31,13 @@ std::string nodeNameOf(const std::string& text) {
   return name;
 }
 
-// Adds the nodes that a text describes.
-void addNodes(SoGroup* group, const std::string& nodes) {
-  const std::string text = "#Inventor V2.1 ascii\nSeparator {\n" + nodes + "}\n";
-  SoInput in;
-  in.setBuffer(text.data(), text.size());
-  SoSeparator* all = SoDB::readAll(&in);
-  if (!all) throw Failure("the scene could not be made");
-  all->ref();
-  for (int i = 0; i < all->getNumChildren(); ++i) group->addChild(all->getChild(i));
-  all->unref();
-}
-
 // ---- Round numbers --------------------------------------------------------------------------------------------------
 
 // Round numbers at one step that span the range: about `count` of them.
 std::vector<double> roundNumbers(double low, double high, int count) {
-  const double size = std::max(std::abs(low), std::abs(high));
-  if (!(high - low > 1e-6 * size)) {  // one value, or as good as one
-    const double half = size > 0 ? 0.05 * size : 0.5;
-    low -= half;
-    high += half;
-  }
-  const double rough = (high - low) / count;
-  const double power = std::pow(10.0, std::floor(std::log10(rough)));
-  double step = 10 * power;
-  for (const double factor : {5.0, 2.5, 2.0, 1.0})
-    if (factor * power >= rough * 0.999) step = factor * power;
+  const RoundSteps steps = roundSteps(low, high, count, true);
   std::vector<double> numbers;
-  const double first = std::floor(low / step + 1e-6), last = std::ceil(high / step - 1e-6);
-  for (double i = first; i <= last && numbers.size() < 100; ++i) numbers.push_back(i * step);
+  for (double i = steps.first; i <= steps.last && numbers.size() < 100; ++i) numbers.push_back(i * steps.step);
   return numbers;
 }
 
@@ -216,7 +176,7 @@ std::string formatText(const std::vector<double>& levels) {
   const double size = std::max(std::abs(levels.front()), std::abs(levels.back()));
   const double step = levels[1] - levels[0];
   if (size >= 1e6 || step < 1e-4) return {};
-  const int decimals = std::max(0, static_cast<int>(-std::floor(std::log10(step) + 1e-9)));
+  const int decimals = decimalsOf(step);
   const bool isBetween = std::abs(step * std::pow(10.0, decimals) - std::round(step * std::pow(10.0, decimals))) > 1e-6;
   return "PoNumericDisplayFormat { formatType FLOAT_FORMAT numDecimal " +
          std::to_string(decimals + (isBetween ? 1 : 0)) + " }\n";

@@ -1,7 +1,7 @@
 // Reads a file of another program and writes a scene: run by `ormelle convert`, as a process of its own, so that what
 // goes wrong inside the libraries of others ends nothing but it.
 //
-//     ormelle_import [--binary] [--memory MEGABYTES] [--seconds N] [--step N] FILE
+//     ormelle_import [--binary] [--memory MEGABYTES] [--step N] FILE
 //
 // The scene goes to descriptor 3. The standard output gets a line for each thing to tell, "mesh ..." or "note ...", or
 // as the only one "failure ...", with exit status 1.
@@ -79,7 +79,7 @@ int import_(const std::string& file, bool isBinary) {
 int main(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   bool isBinary = false;
-  unsigned long megabytes = 0, seconds = 0, step = 0;
+  unsigned long megabytes = 0, step = 0;
   std::size_t i = 0;
   for (; i < arguments.size() && arguments[i].starts_with("--"); ++i) {
     if (arguments[i] == "--check-mutations") {
@@ -90,17 +90,16 @@ int main(int argc, char** argv) {
     }
     if (arguments[i] == "--binary")
       isBinary = true;
-    else if (i + 1 >= arguments.size() || !(arguments[i] == "--memory"    ? parse(arguments[i + 1].c_str(), megabytes)
-                                            : arguments[i] == "--seconds" ? parse(arguments[i + 1].c_str(), seconds)
-                                            : arguments[i] == "--step"    ? parse(arguments[i + 1].c_str(), step)
-                                                                          : false))
+    else if (i + 1 >= arguments.size() || !(arguments[i] == "--memory" ? parse(arguments[i + 1].c_str(), megabytes)
+                                            : arguments[i] == "--step" ? parse(arguments[i + 1].c_str(), step)
+                                                                       : false))
       return misused();
     else
       ++i;
   }
   if (i + 1 != arguments.size()) return misused();
   prctl(PR_SET_PDEATHSIG, SIGKILL);
-  importer::limitProcess(megabytes, seconds);
+  importer::limitProcess(megabytes, 0);  // time is looked after by who runs it
   importer::startImporting();
   importer::readOptions().step = static_cast<int>(std::min(step, 1000000000UL));
   const int status = import_(arguments[i], isBinary);

@@ -3,11 +3,12 @@
 #include <netcdf.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <limits>
-#include <memory>
 
 #include "Fields.h"
+#include "read_netcdf_guard.h"
 
 namespace importer {
 
@@ -122,6 +123,7 @@ bool NetcdfVariable::isNumber() const {
 // ---- The inventory --------------------------------------------------------------------------------------------------
 
 NetcdfFile::NetcdfFile(const std::string& name, Dataset& data) {
+  refuseBrokenNetcdf(name);
   // As an absolute path: the library takes other names for addresses in the network.
   require(nc_open(std::filesystem::absolute(name).c_str(), NC_NOWRITE, &m_id));
   try {
@@ -139,11 +141,6 @@ NetcdfFile::NetcdfFile(const std::string& name, Dataset& data) {
 
 NetcdfFile::~NetcdfFile() { nc_close(m_id); }
 
-// The library copies a name as long as the file says it is, whatever it calls the most: but not longer than the file.
-std::unique_ptr<char[]> NetcdfFile::roomForName() const {
-  return std::make_unique_for_overwrite<char[]>(m_numBytes + NC_MAX_NAME + 1);
-}
-
 void NetcdfFile::takeInventory(Dataset& data) {
   int numGroups = 0;
   if (nc_inq_grps(m_id, &numGroups, nullptr) == NC_NOERR && numGroups > 0)
@@ -151,20 +148,20 @@ void NetcdfFile::takeInventory(Dataset& data) {
               (numGroups == 1 ? "was" : "were") + " left out");
   int numDimensions = 0, numVariables = 0, numAttributes = 0;
   require(nc_inq(m_id, &numDimensions, &numVariables, &numAttributes, nullptr));
-  const std::unique_ptr<char[]> name = roomForName();
+  std::array<char, NC_MAX_NAME + 1> name{};
   for (int i = 0; i < numDimensions; ++i) {
     NetcdfDimension& dimension = m_dimensions.emplace_back();
-    require(nc_inq_dim(m_id, i, name.get(), &dimension.length));
-    dimension.name = name.get();
+    require(nc_inq_dim(m_id, i, name.data(), &dimension.length));
+    dimension.name = name.data();
   }
   for (int i = 0; i < numVariables; ++i) {
     NetcdfVariable variable;
     int rank = 0, attributes = 0;
     require(nc_inq_varndims(m_id, i, &rank));
     variable.dimensions.resize(static_cast<std::size_t>(std::max(rank, 0)));
-    require(nc_inq_var(m_id, i, name.get(), &variable.type, nullptr, variable.dimensions.data(), &attributes));
+    require(nc_inq_var(m_id, i, name.data(), &variable.type, nullptr, variable.dimensions.data(), &attributes));
     variable.id = i;
-    variable.name = name.get();
+    variable.name = name.data();
     variable.units = textAttribute(m_id, i, "units");
     variable.standardName = textAttribute(m_id, i, "standard_name");
     variable.longName = textAttribute(m_id, i, "long_name").substr(0, 100);
@@ -178,12 +175,12 @@ void NetcdfFile::takeInventory(Dataset& data) {
 
 void NetcdfFile::noteAttributes(int count, Dataset& data) const {
   std::string names;
-  const std::unique_ptr<char[]> name = roomForName();
+  std::array<char, NC_MAX_NAME + 1> name{};
   int kept = 0;
   for (int i = 0; i < count; ++i) {
-    if (nc_inq_attname(m_id, NC_GLOBAL, i, name.get()) != NC_NOERR) continue;
-    if (name[0] == '_' || std::string(name.get()) == "Conventions") continue;
-    if (++kept <= 5) names += (names.empty() ? "" : ", ") + std::string(name.get());
+    if (nc_inq_attname(m_id, NC_GLOBAL, i, name.data()) != NC_NOERR) continue;
+    if (name[0] == '_' || std::string(name.data()) == "Conventions") continue;
+    if (++kept <= 5) names += (names.empty() ? "" : ", ") + std::string(name.data());
   }
   if (kept > 0) data.note("attributes of the whole are not kept: " + names + (kept > 5 ? " ..." : ""));
 }

@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -61,7 +60,6 @@ class NetcdfFile {
 
  private:
   void takeInventory(Dataset& data);
-  std::unique_ptr<char[]> roomForName() const;
   void noteAttributes(int count, Dataset& data) const;
 
   int m_id = -1;

@@ -62,7 +62,10 @@ void refuseLies(std::string_view text, std::uintmax_t fileSize) {
 // Reads words and lines of a file.
 class Words {
  public:
-  explicit Words(const std::string& file) : m_in(std::fopen(file.c_str(), "rb"), &std::fclose) {}
+  explicit Words(const std::string& file) : m_in(std::fopen(file.c_str(), "rb"), &std::fclose) {
+    std::error_code error;
+    m_size = std::filesystem::file_size(file, error);
+  }
 
   bool isOpen() const { return m_in != nullptr; }
 
@@ -83,6 +86,18 @@ class Words {
     if (c != EOF) std::ungetc(c, m_in.get());
     return text;
   }
+  // Passes by bytes; false if there are fewer.
+  bool skip(std::uintmax_t numBytes) {
+    const long at = std::ftell(m_in.get());
+    return at >= 0 && numBytes <= m_size - std::min(m_size, static_cast<std::uintmax_t>(at)) &&
+           std::fseek(m_in.get(), static_cast<long>(numBytes), SEEK_CUR) == 0;
+  }
+  // Four bytes, the highest first.
+  std::uint32_t bigNumber() {
+    std::uint32_t number = 0;
+    for (int i = 0; i < 4; ++i) number = number << 8 | (static_cast<std::uint32_t>(next()) & 255U);
+    return number;
+  }
 
  private:
   static constexpr std::size_t kLongest = 1000;
@@ -90,6 +105,7 @@ class Words {
   int next() { return std::getc(m_in.get()); }
 
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_in;
+  std::uintmax_t m_size = 0;
 };
 
 bool isNumber(const std::string& word) {
@@ -98,7 +114,7 @@ bool isNumber(const std::string& word) {
   return !word.empty() && *end == '\0';
 }
 
-// Follows a legacy file of text through what it announces.
+// Follows a legacy file through what it announces.
 class LegacyGuard {
  public:
   explicit LegacyGuard(const std::string& file) : m_words(file) {}
@@ -107,7 +123,9 @@ class LegacyGuard {
     if (!m_words.isOpen()) return;
     m_isNew = m_words.line().find("Version 5") != std::string::npos;
     m_words.line();
-    if (upper(m_words.word()) != "ASCII") return;
+    const std::string form = upper(m_words.word());
+    m_isBinary = form == "BINARY";
+    if (!m_isBinary && form != "ASCII") return;
     for (std::string word = upper(m_words.word()); !word.empty() && checkSection(word); word = upper(m_words.word())) {
     }
   }
@@ -118,11 +136,11 @@ class LegacyGuard {
   // What follows a keyword; false where it isn't known, or nothing more can be said.
   bool checkSection(const std::string& keyword) {
     m_section = keyword;
-    if (const int numbers = isFixed(keyword)) return take(static_cast<Count>(numbers));
+    if (const int numbers = isFixed(keyword)) return takeText(static_cast<Count>(numbers));
     if (keyword == "DATASET") return !m_words.word().empty();
     if (keyword == "POINTS") return takeTyped(3);
     if (keyword == "X_COORDINATES" || keyword == "Y_COORDINATES" || keyword == "Z_COORDINATES") return takeTyped(1);
-    if (keyword == "CELL_TYPES") return take(count());
+    if (keyword == "CELL_TYPES") return take(count(), "int");
     if (keyword == "POINT_DATA" || keyword == "CELL_DATA") {
       m_numTuples = count();
       return true;
@@ -134,17 +152,16 @@ class LegacyGuard {
     if (keyword == "SCALARS") return takeScalars();
     if (keyword == "COLOR_SCALARS") {
       m_words.word();
-      return take(count() * m_numTuples);
+      return take(count() * m_numTuples, "unsigned_char");
     }
     if (keyword == "LOOKUP_TABLE") {
       m_words.word();
-      return take(4 * count());
+      return take(4 * count(), "unsigned_char");
     }
     if (keyword == "TEXTURE_COORDINATES") {
       m_words.word();
       const Count numbers = count() * m_numTuples;
-      m_words.word();
-      return take(numbers);
+      return take(numbers, m_words.word());
     }
     return keyword == "FIELD" && takeField();
   }
@@ -170,7 +187,23 @@ class LegacyGuard {
     return number;
   }
 
-  bool take(Count numbers) {
+  // Bytes that each number of a type takes in a binary file; 0 for what isn't known, or differs.
+  static Count sizeOf(const std::string& type) {
+    if (isOneOf(type, {"CHAR", "UNSIGNED_CHAR"})) return 1;
+    if (isOneOf(type, {"SHORT", "UNSIGNED_SHORT"})) return 2;
+    if (isOneOf(type, {"INT", "UNSIGNED_INT", "FLOAT"})) return 4;
+    return isOneOf(type, {"DOUBLE", "VTKTYPEINT64", "VTKTYPEUINT64"}) ? 8 : 0;
+  }
+
+  // Numbers of a type, behind the line that announces them.
+  bool take(Count numbers, const std::string& type) {
+    if (!m_isBinary) return takeText(numbers);
+    const Count size = sizeOf(upper(type));
+    if (size > 0) m_words.line();
+    if (size > 0 && !m_words.skip(numbers * size)) throw Failure("it breaks off in its " + m_section);
+    return size > 0;
+  }
+  bool takeText(Count numbers) {
     for (Count i = 0; i < numbers; ++i) {
       const std::string word = m_words.word();
       if (word.empty()) throw Failure("it breaks off in its " + m_section);
@@ -180,41 +213,53 @@ class LegacyGuard {
   }
   bool takeTyped(Count each) {
     const Count numbers = each * count();
-    m_words.word();
-    return take(numbers);
+    return take(numbers, m_words.word());
   }
   bool takeNamed(Count each) {
     m_words.word();
-    m_words.word();
-    return take(each * m_numTuples);
+    return take(each * m_numTuples, m_words.word());
   }
   bool takeCells() {
     const Count first = count(), second = count();
-    if (!m_isNew) return take(second);
+    if (!m_isNew) return takeOldCells(first, second);
     m_words.word();  // OFFSETS, and their type
-    m_words.word();
-    take(first);
+    if (!take(first, m_words.word())) return false;
     m_words.word();  // CONNECTIVITY
-    m_words.word();
-    return take(second);
+    return take(second, m_words.word());
+  }
+  // Each cell has the number of its nodes in front: VTK makes room for `all` and writes what the cells say.
+  bool takeOldCells(Count numCells, Count all) {
+    if (m_isBinary) m_words.line();
+    Count used = 0;
+    for (Count cell = 0; cell < numCells; ++cell) {
+      const Count numNodes = m_isBinary ? m_words.bigNumber() : count();
+      used += 1 + numNodes;
+      if (used > all) break;
+      if (!m_isBinary) {
+        takeText(numNodes);
+      } else if (!m_words.skip(4 * numNodes)) {
+        throw Failure("it breaks off in its " + m_section);
+      }
+    }
+    if (used != all) throw Failure("its " + m_section + " have not as many numbers as they announce");
+    return true;
   }
   bool takeScalars() {
     m_words.word();
-    m_words.word();
-    const std::string rest = m_words.line();
+    const std::string type = m_words.word(), rest = m_words.line();
     const std::size_t digit = rest.find_first_of("123456789");
     const Count each = digit == std::string::npos ? 1 : static_cast<Count>(rest[digit] - '0');
     if (upper(m_words.word()) != "LOOKUP_TABLE") return false;
     m_words.word();
-    return take(each * m_numTuples);
+    return take(each * m_numTuples, type);
   }
   bool takeField() {
     m_words.word();
     for (Count left = count(); left > 0; --left) {
       if (upper(m_words.word()) == "METADATA") return false;
       const Count components = count(), tuples = count();
-      if (m_words.word() == "string") return false;
-      take(components * tuples);
+      const std::string type = m_words.word();
+      if (type == "string" || !take(components * tuples, type)) return false;
     }
     return true;
   }
@@ -222,7 +267,7 @@ class LegacyGuard {
   Words m_words;
   std::string m_section;
   Count m_numTuples = 0;
-  bool m_isNew = false;
+  bool m_isNew = false, m_isBinary = false;
 };
 
 }  // namespace
@@ -243,6 +288,6 @@ void refuseLies(const std::string& file) {
   }
 }
 
-void refuseBrokenText(const std::string& file) { LegacyGuard(file).check(); }
+void refuseBrokenLegacy(const std::string& file) { LegacyGuard(file).check(); }
 
 }  // namespace importer

@@ -9,9 +9,9 @@ namespace importer {
 /// to it, for minutes.
 void refuseLies(const std::string& file);
 
-/// Throws Failure if a legacy file of text has fewer numbers than it announces, or others things in their place, which
-/// VTK's reader would take for zeros. What it doesn't know it leaves to that reader.
-void refuseBrokenText(const std::string& file);
+/// Throws Failure if a legacy file has fewer numbers than it announces, or as text other things in their place, which
+/// VTK's reader would take for zeros, or read beyond. What it doesn't know it leaves to that reader.
+void refuseBrokenLegacy(const std::string& file);
 
 }  // namespace importer
 
