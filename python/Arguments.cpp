@@ -151,7 +151,8 @@ std::vector<SbColor> colorsOf(py::handle colors, const char* what) {
   if (py::isinstance<py::str>(colors) || !py::isinstance<py::sequence>(colors))
     throw py::value_error(std::string(what) + " must be a list of colours, not " + kindOf(colors));
   std::vector<SbColor> all;
-  for (const py::handle color : py::reinterpret_borrow<py::sequence>(colors)) all.push_back(colorOf(color, what));
+  // Objects, not handles: the rows of an array are made as they are asked for.
+  for (const py::object color : py::reinterpret_borrow<py::sequence>(colors)) all.push_back(colorOf(color, what));
   return all;
 }
 

@@ -80,14 +80,16 @@ int anyIndexOf(const PbMesh& mesh, py::handle set) {
     throw py::key_error("the mesh has no " + kind + " called \"" + textOf(set, "the name of a set") + "\"" +
                         setsOf<Kind>(mesh));
   }
-  if (PyFloat_Check(set.ptr()) || PyIndex_Check(set.ptr()) == 0)
+  const auto number = py::reinterpret_steal<py::object>(PyNumber_Index(set.ptr()));
+  if (!number) {
+    PyErr_Clear();
     throw py::type_error("a " + kind + " is called by its name or its index, not " + kindOf(set));
-  const py::int_ number = py::reinterpret_steal<py::int_>(PyNumber_Index(set.ptr()));
+  }
   int overflow = 0;
   const long long index = PyLong_AsLongLongAndOverflow(number.ptr(), &overflow);
   if (overflow != 0 || index != static_cast<int>(index))
-    throw py::key_error("the mesh has no " + kind + " with the index " +
-                        py::cast<std::string>(py::str(py::handle(number))) + setsOf<Kind>(mesh));
+    throw py::key_error("the mesh has no " + kind + " with the index " + py::cast<std::string>(py::str(number)) +
+                        setsOf<Kind>(mesh));
   return static_cast<int>(index);
 }
 

@@ -78,6 +78,17 @@ def _forms(function):
     return forms, texts
 
 
+def _for_help(form):
+    """A signature with the types that it names, but for those that _core looks at itself."""
+    def shown(annotation):
+        text = str(annotation).replace("ormelle._core.", "")
+        return inspect.Parameter.empty if text in ("handle", "object") else Shown(text)
+
+    result = form.return_annotation
+    return form.replace(parameters=[each.replace(annotation=shown(each.annotation)) for each in form.parameters.values()],
+                        return_annotation=result if result is form.empty else shown(result))
+
+
 def _without_types(form, skips_self):
     parameters = [each.replace(annotation=inspect.Parameter.empty) for each in form.parameters.values()]
     return str(form.replace(parameters=parameters[1:] if skips_self else parameters,
@@ -142,8 +153,9 @@ def _is_out_of_range(annotation, value):
     return any(isinstance(text, str) and any("\ud800" <= char <= "\udfff" for char in text) for text in texts)
 
 
-def _shortened(value):
-    text = repr(value)
+def shortened(value):
+    """A value as a short text on one line."""
+    text = " ".join(ascii(value).split())
     return text if len(text) <= 40 else text[:37] + "..."
 
 
@@ -175,11 +187,11 @@ def _complaint(title, form, arguments, named, skips_self):
         if not suits(value):
             if number == 1 and skips_self:
                 return number, f"{title} is a function of {wish}, not of {kind_of(value)}"
-            what = _shortened(value) if isinstance(value, str) else kind_of(value)
+            what = shortened(value) if isinstance(value, str) else kind_of(value)
             return number, f"{title}: {name} must be {wish}, not {what}"
     for number, (name, annotation, value) in enumerate(checked, 1):
         if _is_out_of_range(annotation, value):
-            return number, f"{title}: {name} can't be {_shortened(value)}"
+            return number, f"{title}: {name} can't be {shortened(value)}"
     return len(checked), f"{title} can't take these values: {shown}"
 
 
@@ -237,7 +249,7 @@ def wrapped(function, title=None, is_method=True):
     call.__doc__ = "\n".join(texts) or None
     call._forms = forms
     if forms:
-        call.__signature__ = max(forms, key=lambda form: len(form.parameters))
+        call.__signature__ = _for_help(max(forms, key=lambda form: len(form.parameters)))
     return call
 
 
@@ -253,10 +265,11 @@ def _adopt(cls):
     cls.__module__ = "ormelle"
     for name, member in list(vars(cls).items()):
         if isinstance(member, type):
-            member.__module__ = "ormelle"
+            _adopt(member)
         elif type(member).__name__ == "instancemethod" and (not name.startswith("_") or name == "__init__"):
-            setattr(cls, name, wrapped(member, cls.__name__ if name == "__init__" else f"{cls.__name__}.{name}"))
-    if "__init__" not in vars(cls):
+            title = cls.__qualname__
+            setattr(cls, name, wrapped(member, title if name == "__init__" else f"{title}.{name}"))
+    if not inspect.isfunction(vars(cls).get("__init__")):
         derived = [each.__name__ for each in cls.__subclasses__()]
         cls.__init__ = _refused_constructor(
             f"{cls.__name__} is an abstract class: make an object of a class derived from it, such as {derived[0]}"

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import difflib
 import inspect
+import keyword
 import re
 import textwrap
 
@@ -16,6 +17,12 @@ from ._docs import DOCS
 _parents = dict(_core.node_classes())
 _classes = {}
 
+# What fields of Pivy take of its objects, by the kind of field without SF or MF.
+_PIVY_VALUES = {"Vec2f": coin.SbVec2f, "Vec3f": coin.SbVec3f, "Vec4f": coin.SbVec4f, "Plane": coin.SbPlane,
+                "Color": (coin.SbColor, coin.SbVec3f), "Rotation": coin.SbRotation, "Matrix": coin.SbMatrix, "Time": coin.SbTime,
+                "String": (coin.SbString, coin.SbName), "Name": (coin.SbName, coin.SbString), "Path": coin.SoPath}
+
+# Fields that take the index of a set of the mesh.
 _SET_INDEX = re.compile(r"\w*[vV]aluesIndex\w*|vecsIndex|thicknessIndex")
 
 
@@ -74,8 +81,7 @@ def _part(node):
     """What a kit hands out, as an object whose fields take what those of kits take."""
     if node is None or isinstance(node, OrmelleNode):
         return node
-    name = node.getTypeId().getName().getString()
-    return _held(node, name if name in _parents else "So" + name)
+    return _held(node, _core.class_name(node) or "So" + node.getTypeId().getName().getString())
 
 
 class OrmelleNode:
@@ -132,8 +138,8 @@ class OrmelleNode:
             return
         mesh = _core.get_given_data(self, "Mesh")
         for name in ("valuesIndex", "vecsIndex"):
-            if mesh is not None and name not in values:
-                setattr(self, name, min(self._sets(mesh, name), default=-1))
+            if mesh is not None and name not in values and self._sets(mesh, name):
+                setattr(self, name, min(self._sets(mesh, name)))
         if "coloringType" not in values and _core.get_given_data(self, "DataMapping") is not None:
             has_levels = _core.get_given_data(self, "IsovaluesList") is not None
             self.coloringType = "COLOR_CONTOURING" if has_levels else "COLOR_MAPPING"
@@ -183,14 +189,22 @@ class OrmelleNode:
             raise AttributeError(self._unknown(name))
 
     def _set_by_pivy(self, name, value):
-        field = self.getField(name)
-        if isinstance(value, coin.SoField) and value.getTypeId() != field.getTypeId():
-            raise TypeError(f"{type(self).__name__}.{name} is an {self._fields[name][0]}, which can't take {kind_of(value)}")
+        """For objects of Pivy, and for kinds of fields that _core leaves to it."""
+        field, kind = self.getField(name), self._fields[name][0]
+        refusal = f"{type(self).__name__}.{name} is an {kind}, which can't take {kind_of(value)}"
+        # Pivy makes nonsense of objects of other classes.
+        if isinstance(value, coin.SoField):
+            suits = value.getTypeId() == field.getTypeId()
+        elif hasattr(value, "this"):
+            suits = isinstance(value, _PIVY_VALUES.get(kind[2:], ()))
+        else:
+            suits = not kind.startswith("PoSF")
+        if not suits:
+            raise TypeError(refusal)
         try:
             field.setValue(value)
         except (TypeError, ValueError, AttributeError, NotImplementedError, OverflowError):
-            raise TypeError(f"{type(self).__name__}.{name} is an {self._fields[name][0]}, which can't take "
-                            f"{kind_of(value)}") from None
+            raise TypeError(refusal) from None
 
     def __getattr__(self, name):
         # Names that Python itself asks for must not reach the kit, which would make parts of them.
@@ -342,7 +356,7 @@ def _constructor(members):
     named = {name: None for name in members["_data"]}
     named.update((field, Shown(_default_text(about))) for field, about in members["_fields"].items())
     return inspect.Signature(data + [inspect.Parameter(name, inspect.Parameter.KEYWORD_ONLY, default=default)
-                                     for name, default in named.items() if name.isidentifier()])
+                                     for name, default in named.items() if not keyword.iskeyword(name)])
 
 
 def _default_text(about):

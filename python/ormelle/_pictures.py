@@ -12,7 +12,7 @@ import numpy
 from pivy import coin
 
 from . import _core
-from ._calls import kind_of
+from ._calls import kind_of, shortened
 from ._nodes import cast, group
 
 Colour = "str | Sequence[float]"  # for type hints
@@ -80,7 +80,7 @@ def _size(size):
     try:
         width, height = size
     except (TypeError, ValueError):
-        raise TypeError(f"the size of a picture is its width and its height, not {size!r}") from None
+        raise TypeError(f"the size of a picture is its width and its height, not {shortened(size)}") from None
     return width, height
 
 
