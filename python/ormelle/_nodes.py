@@ -178,6 +178,9 @@ class OrmelleNode:
         elif name in self._parts:
             if value is not None and not isinstance(value, coin.SoNode):
                 raise TypeError(f"{type(self).__name__}.{name} is a part, which must be a node, not {kind_of(value)}")
+            # The toolkit forgets the parts inside, and crashes over them later.
+            if not self.getNodekitCatalog().isLeaf(name):
+                raise TypeError(f"{type(self).__name__}.{name} holds other parts of the kit, and can't be replaced")
             if not self.setPart(name, value):
                 raise TypeError(f"{type(self).__name__}.{name} must be a {self._parts[name]}, not {kind_of(value)}")
         elif name in self._fields:

@@ -169,6 +169,7 @@ class Fields(unittest.TestCase):
             (TypeError, "True or False", "useOverallNormal", None),
             (TypeError, "part", "appearance", 3),
             (TypeError, "AppearanceKit", "appearance", coin.SoCone()),
+            (TypeError, "holds other parts", "alternateRep", coin.SoSeparator()),
             (AttributeError, "valuesIndex", "valueIndex", 3),
         ]
         for error, words, name, value in cases:
