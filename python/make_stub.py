@@ -5,9 +5,13 @@ usage: make_stub.py OUTPUT.pyi        (with the module on PYTHONPATH)
 """
 
 import inspect
+import keyword
 import pathlib
 import re
 import sys
+
+# The folder of this file, which comes first, holds the sources of the module, not the module.
+sys.path.remove(str(pathlib.Path(__file__).resolve().parent))
 
 import ormelle
 from ormelle import _nodes
@@ -91,11 +95,16 @@ def text_of(doc, indent):
     return f'{indent}"""{line}{" " if line.endswith(chr(34)) else ""}"""\n' if line else ""
 
 
+def plain(function):
+    """The signature of a function in Python, whose types are texts."""
+    text = str(inspect.signature(function)).replace("'", "")
+    return text.replace("_core.", "").replace("numpy.", "").replace("os.PathLike", "PathLike").replace("-> None:", "-> None")
+
+
 def method(name, member, indent="    "):
     forms = getattr(member, "_forms", None)
     if not forms:
-        plain = str(inspect.signature(member)).replace("NoneType", "None")
-        return f"{indent}def {name}{plain}: ...\n"
+        return f"{indent}def {name}{plain(member)}: ...\n"
     lines, is_overloaded = "", len(forms) > 1
     for form in forms:
         result = "None" if name == "__init__" else of_core(form.return_annotation)
@@ -139,14 +148,14 @@ def node_class(name):
     inherited = getattr(parent, "_fields", {}), getattr(parent, "_parts", {}), getattr(parent, "_data", {})
     lines = f"class {name}({bases}):\n" + text_of(cls.__doc__, "    ")
     named = [f"{key}: {cls._slots[slot]} | None = ..." for key, slot in cls._data.items()]
-    named += [f"{key}: {field_type(key, about)} = ..." for key, about in cls._fields.items()]
+    named += [f"{key}: {field_type(key, about)} = ..." for key, about in cls._fields.items() if not keyword.iskeyword(key)]
     named += [f"{key}: coin.SoNode = ..." for key in cls._parts if key not in ("this",)]
     lines += "    def __init__(self, *data: Any" + "".join(", " + each for each in named) + ") -> None: ...\n"
     for key, slot in cls._data.items():
         if key not in inherited[2]:
             lines += f"    {key}: {cls._slots[slot]} | None\n"
     for key, about in cls._fields.items():
-        if key not in inherited[0]:
+        if key not in inherited[0] and not keyword.iskeyword(key):
             lines += f"    @property\n    def {key}(self) -> coin.So{about[0]}:\n"
             lines += text_of(_nodes.field_text(name, key), "        ") or "        ...\n"
             lines += f"    @{key}.setter\n    def {key}(self, value: {field_type(key, about)}) -> None: ...\n"
@@ -175,7 +184,7 @@ def main():
                 form = member._forms[0]
                 lines += f"def {name}({arguments(form, False)}) -> {of_core(form.return_annotation)}: ...\n"
             else:
-                lines += f"def {name}{inspect.signature(member)}:\n{doc}" .replace("'", "")
+                lines += f"def {name}{plain(member)}:\n{doc}"
     lines += "\n" + inspect_classes()
     lines += "".join(data_class(getattr(ormelle, name)) for name in data)
     lines += "".join(node_class(name) for name in ordered)
@@ -190,7 +199,7 @@ def inspect_classes():
         lines += f"class {cls.__name__}:\n" + text_of(cls.__doc__, "    ")
         for name, member in vars(cls).items():
             if inspect.isfunction(member) and (not name.startswith("_") or name == "__init__"):
-                lines += f"    def {name}{inspect.signature(member)}: ...\n".replace("'", "")
+                lines += f"    def {name}{plain(member)}: ...\n"
         lines += "\n"
     return lines
 
