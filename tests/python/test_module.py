@@ -66,8 +66,10 @@ class Help(unittest.TestCase):
         stub = pathlib.Path(ormelle.__file__).with_suffix(".pyi")
         names = {node.name: node for node in ast.parse(stub.read_text()).body if isinstance(node, (ast.ClassDef, ast.FunctionDef))}
         self.assertEqual(set(ormelle.__all__) - set(names), set())
-        fields = {node.name for node in names["PoMesh"].body if isinstance(node, ast.FunctionDef)}
-        self.assertIn("valuesIndex", fields)
+        constructor = next(node for node in names["PoMeshFilled"].body if getattr(node, "name", "") == "__init__")
+        self.assertLessEqual({"mesh", "valuesIndex", "coloringType"}, {each.arg for each in constructor.args.kwonlyargs})
+        properties = {node.name for cls in names.values() for node in cls.body if isinstance(node, ast.FunctionDef)}
+        self.assertLessEqual({"valuesIndex", "coloringType", "levelValue"}, properties)
 
 
 class Refusals(unittest.TestCase):
