@@ -5,8 +5,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
+
+#include "ColorNames.h"
 
 namespace python {
 
@@ -63,6 +64,14 @@ std::string kindOf(py::handle object) {
   return object.is_none() ? "None" : "a " + py::cast<std::string>(py::type::of(object).attr("__name__"));
 }
 
+std::string textOf(py::handle text, const char* what) {
+  py::ssize_t length = 0;
+  const char* characters = PyUnicode_AsUTF8AndSize(text.ptr(), &length);
+  if (characters) return {characters, static_cast<std::size_t>(length)};
+  PyErr_Clear();
+  throw py::value_error(std::string(what) + " can't be a text with half a character in it");
+}
+
 FloatArray floatsOf(py::handle numbers, const char* what, bool copies) {
   return converted<FloatArray>(numbersOf(numbers, what), what, copies);
 }
@@ -110,31 +119,50 @@ SbVec3f pointOf(py::handle point, const char* what) {
   return SbVec3f(numbers.at(0), numbers.at(1), numbers.size() == 3 ? numbers.at(2) : 0.0F);
 }
 
-SbColor colorOf(py::handle color, const char* what) {
+SbColor colorOf(py::handle color, const char* what, float* opacity) {
+  tool::Background found{SbColor(0, 0, 0), 1};
   if (py::isinstance<py::str>(color)) {
-    const auto text = py::cast<std::string>(color);
-    if (text.size() == 7 && text[0] == '#' &&
-        text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos) {
-      const long bits = std::strtol(text.c_str() + 1, nullptr, 16);
-      const auto channel = [bits](int shift) { return static_cast<float>((bits >> shift) & 255) / 255.0F; };
-      return SbColor(channel(16), channel(8), channel(0));
-    }
-    throw py::value_error(std::string(what) + " must be three numbers from 0 to 1 or a text like \"#1f77b4\", not \"" +
-                          text + "\"");
+    const auto text = textOf(color, what);
+    const auto named = tool::namedColor(text);
+    if (!named)
+      throw py::value_error(
+          std::string(what) + " can't be \"" + text +
+          "\": write a name such as navy or steelblue, a text like \"#1f77b4\", or three numbers from "
+          "0 to 1");
+    found = *named;
+  } else {
+    const FloatArray numbers = rowOf(color, what);
+    const float* first = numbers.data();
+    const auto isChannel = [](float number) { return number >= 0 && number <= 1; };
+    const bool fits = numbers.size() == 3 || numbers.size() == 4;
+    if (!fits || !std::all_of(first, first + numbers.size(), isChannel))
+      throw py::value_error(std::string(what) + " must be three numbers from 0 to 1" +
+                            (fits && *std::max_element(first, first + 3) > 1 ? "; divide those up to 255 by 255" : ""));
+    found = {SbColor(first), numbers.size() == 4 ? first[3] : 1};
   }
-  const FloatArray numbers = rowOf(color, what);
-  const auto isChannel = [](float number) { return number >= 0 && number <= 1; };
-  if (numbers.size() != 3 || !std::all_of(numbers.data(), numbers.data() + 3, isChannel))
-    throw py::value_error(std::string(what) + " must be three numbers from 0 to 1");
-  return SbColor(numbers.at(0), numbers.at(1), numbers.at(2));
+  if (opacity)
+    *opacity = found.opacity;
+  else if (found.opacity != 1)
+    throw py::value_error(std::string(what) + " has no opacity of its own here: give three numbers, or six digits");
+  return found.color;
 }
 
 std::vector<SbColor> colorsOf(py::handle colors, const char* what) {
   if (py::isinstance<py::str>(colors) || !py::isinstance<py::sequence>(colors))
     throw py::value_error(std::string(what) + " must be a list of colours, not " + kindOf(colors));
   std::vector<SbColor> all;
-  for (const py::handle color : py::reinterpret_borrow<py::sequence>(colors)) all.push_back(colorOf(color, what));
+  // Objects, not handles: the rows of an array are made as they are asked for.
+  for (const py::object color : py::reinterpret_borrow<py::sequence>(colors)) all.push_back(colorOf(color, what));
   return all;
+}
+
+double numberOf(py::handle number, const char* what) {
+  const double value = py::isinstance<py::str>(number) ? -1 : PyFloat_AsDouble(number.ptr());
+  if (PyErr_Occurred() || py::isinstance<py::str>(number)) {
+    PyErr_Clear();
+    throw py::type_error(std::string(what) + " must be a number, not " + kindOf(number));
+  }
+  return value;
 }
 
 float finite(double number, const char* what) {

@@ -23,6 +23,9 @@ namespace py = pybind11;
 /// "a str", "a PbDomain": what a sentence calls an object of the wrong type.
 std::string kindOf(py::handle object);
 
+/// A text of Python; a ValueError answers one that UTF-8 can't hold.
+std::string textOf(py::handle text, const char* what);
+
 // ---- Arrays ---------------------------------------------------------------------------------------------------------
 
 /// A row of numbers in memory, in C order: the very array that was given if it is so already, else a converted copy.
@@ -42,11 +45,14 @@ IntArray indicesOf(py::handle numbers, const char* what, py::ssize_t end, bool c
 
 /// Two or three finite or non-finite numbers; a missing z is 0.
 SbVec3f pointOf(py::handle point, const char* what);
-/// Three numbers from 0 to 1, or a text like "#1f77b4".
-SbColor colorOf(py::handle color, const char* what);
+/// Three numbers from 0 to 1, or a text: a name of the web's style sheets or "#1f77b4". With `opacity`, also four
+/// numbers or "#1f77b480"; without it a colour that isn't opaque is refused.
+SbColor colorOf(py::handle color, const char* what, float* opacity = nullptr);
 std::vector<SbColor> colorsOf(py::handle colors, const char* what);
 /// A number that is neither NaN nor infinite as a float, else a ValueError.
 float finite(double number, const char* what);
+/// Any real number; a TypeError answers what is none.
+double numberOf(py::handle number, const char* what);
 /// A count that an int can hold, at least `least`; else a ValueError.
 int countOf(py::ssize_t count, const char* what, int least = 0);
 

@@ -12,6 +12,7 @@
 #include <array>
 #include <cmath>
 #include <memory>
+#include <optional>
 
 #include "Callbacks.h"
 
@@ -79,14 +80,12 @@ void setRamp(PbLinearDataMapping& mapping, double value1, py::handle color1, dou
                     finite(value2, "value2"), colorOf(color2, "color2"), transparencyOf(transparency2));
 }
 
-void setTable(PbNonLinearDataMapping2& mapping, py::handle type, py::handle values, py::handle colors,
-              py::handle transparencies) {
-  using Type = PbNonLinearDataMapping2::Type;
+void setTable(PbNonLinearDataMapping2& mapping, std::optional<PbNonLinearDataMapping2::Type> type, py::handle values,
+              py::handle colors, py::handle transparencies) {
   const FloatArray levels = rowOf(values, "values");
   const std::vector<SbColor> all = colorsOf(colors, "colors");
   const auto num = static_cast<py::ssize_t>(all.size());
-  const bool isPerLevel =
-      type.is_none() ? num == levels.size() + 1 : py::cast<Type>(type) == PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL;
+  const bool isPerLevel = type ? *type == PbNonLinearDataMapping2::NON_LINEAR_PER_LEVEL : num == levels.size() + 1;
   if (num != levels.size() + (isPerLevel ? 1 : 0))
     throw py::value_error(std::to_string(levels.size()) +
                           " levels want as many colours, or one more for colours that are "
@@ -138,7 +137,7 @@ class FunctionMapping : public PbNonLinearDataMapping {
     auto* mapping = static_cast<FunctionMapping*>(self);
     const py::gil_scoped_acquire locked;
     try {
-      return transparencyOf(py::cast<double>(mapping->m_transparency(value)));
+      return transparencyOf(numberOf(mapping->m_transparency(value), "what the transparency function returns"));
     } catch (...) {
       noteException(mapping->m_transparency, mapping->self());
     }
@@ -299,19 +298,32 @@ void addMappings(py::module_& module) {
   table.def(py::init<>())
       .def(py::init([](py::handle values, py::handle colors, py::handle transparencies) {
              auto mapping = std::make_unique<PbNonLinearDataMapping2>();
-             setTable(*mapping, py::none(), values, colors, transparencies);
+             setTable(*mapping, std::nullopt, values, colors, transparencies);
              return mapping.release();
            }),
            "values"_a, "colors"_a, "transparencies"_a = py::none(),
            "A colour for each level, interpolated between them; with one colour more than levels, constant between "
            "them.")
-      .def("setValues", &setTable, "type"_a, "values"_a, "colors"_a, "transparencies"_a = py::none())
+      .def(
+          "setValues",
+          [](PbNonLinearDataMapping2& self, PbNonLinearDataMapping2::Type type, py::handle values, py::handle colors,
+             py::handle transparencies) { setTable(self, type, values, colors, transparencies); },
+          "type"_a, "values"_a, "colors"_a, "transparencies"_a = py::none())
       .def("getType", &PbNonLinearDataMapping2::getType)
-      .def("getValuesList", [](const PbNonLinearDataMapping2& self) {
-        int num;
-        const float* values = self.getValuesList(num);
-        return FloatArray(num, values);
-      });
+      .def("getValuesList",
+           [](const PbNonLinearDataMapping2& self) {
+             int num;
+             const float* values = self.getValuesList(num);
+             return FloatArray(num, values);
+           })
+      .def(
+          "getRGBColorsList",
+          [](const PbNonLinearDataMapping2& self) {
+            int num;
+            const SbColor* colors = self.getRGBColorsList(num);
+            return FloatArray(std::vector<py::ssize_t>{num, 3}, num > 0 ? colors->getValue() : nullptr);
+          },
+          "The colours as an array of shape (colours, 3).");
 }
 
 void addIsovalues(py::module_& module) {
@@ -357,10 +369,10 @@ void addDomain(py::module_& module) {
     // Either the numbers one by one, or two corners as getBoundingBox() of a mesh gives them.
     std::vector<double> box;
     for (const py::handle side : sides) {
-      if (py::isinstance<py::sequence>(side))
-        for (const py::handle number : side) box.push_back(py::cast<double>(number));
+      if (py::isinstance<py::sequence>(side) && !py::isinstance<py::str>(side))
+        for (const py::handle number : side) box.push_back(numberOf(number, "a side of the domain"));
       else
-        box.push_back(py::cast<double>(side));
+        box.push_back(numberOf(side, "a side of the domain"));
     }
     return box;
   };
@@ -446,6 +458,8 @@ void addFormats(py::module_& module) {
 }  // namespace
 
 void addData(py::module_& module) {
+  module.def(
+      "rgb", [](py::handle color) { return tupleOf(colorOf(color, "a colour")); }, "colour"_a);
   py::class_<PbBase>(module, "PbBase", "Root of the data objects. Kits that use one see its changes by themselves.")
       .def("touch", &PbBase::touch, "Says that what the object depends on has changed.");
   addMappings(module);

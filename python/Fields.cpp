@@ -3,6 +3,7 @@
 #include <Inventor/nodes/SoNode.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "Arguments.h"
@@ -43,7 +44,7 @@ class FieldSetter {
            setVector<SoSFVec3f, SbVec3f, 3>() || setVector<SoSFVec4f, SbVec4f, 4>() || setColor() ||
            setNumbers<SoMFFloat, FloatArray, float, 1>() || setNumbers<SoMFInt32, IntArray, int32_t, 1>() ||
            setNumbers<SoMFVec2f, FloatArray, SbVec2f, 2>() || setNumbers<SoMFVec3f, FloatArray, SbVec3f, 3>() ||
-           setColors() || setStrings();
+           setColors() || setStrings() || setPlane() || setShorts();
   }
 
  private:
@@ -54,7 +55,12 @@ class FieldSetter {
   [[noreturn]] void refuse(const std::string& wanted) const {
     throw py::type_error(m_name + " wants " + wanted + ", not " + kindOf(m_value));
   }
-  std::string shown() const { return py::cast<std::string>(py::repr(m_value)); }
+  std::string shown() const {
+    const py::object text = py::reinterpret_steal<py::object>(PyObject_ASCII(m_value.ptr()));
+    if (!text) throw py::error_already_set();
+    const auto whole = py::cast<std::string>(text);
+    return whole.size() > 60 ? whole.substr(0, 57) + "..." : whole;
+  }
 
   bool setEnum() {
     auto* field = as<SoSFEnum>();
@@ -124,7 +130,7 @@ class FieldSetter {
     auto* field = as<SoSFString>();
     if (!field) return false;
     if (!py::isinstance<py::str>(m_value)) refuse("a text");
-    field->setValue(py::cast<std::string>(m_value).c_str());
+    field->setValue(textOf(m_value, m_name.c_str()).c_str());
     return true;
   }
 
@@ -217,15 +223,41 @@ class FieldSetter {
     if (!field) return false;
     std::vector<SbString> texts;
     if (py::isinstance<py::str>(m_value)) {
-      texts.emplace_back(py::cast<std::string>(m_value).c_str());
+      texts.emplace_back(textOf(m_value, m_name.c_str()).c_str());
     } else {
       if (!py::isinstance<py::sequence>(m_value)) refuse("a list of texts");
       for (const py::handle text : m_value) {
         if (!py::isinstance<py::str>(text)) throw py::type_error(m_name + " wants texts, not " + kindOf(text));
-        texts.emplace_back(py::cast<std::string>(text).c_str());
+        texts.emplace_back(textOf(text, m_name.c_str()).c_str());
       }
     }
     replaceAll(*field, static_cast<int>(texts.size()), texts.data());
+    return true;
+  }
+
+  // Normal and distance from the origin.
+  bool setPlane() {
+    auto* field = as<SoSFPlane>();
+    if (!field) return false;
+    const FloatArray numbers = floatsOf(m_value, m_name.c_str(), std::vector<py::ssize_t>{4});
+    const SbVec3f normal(numbers.data());
+    if (!(normal.length() > 0) || !std::isfinite(normal.length()))
+      throw py::value_error(m_name + " wants a normal that is longer than 0, and the distance from the origin");
+    field->setValue(SbPlane(normal, finite(numbers.data()[3], m_name.c_str())));
+    return true;
+  }
+
+  bool setShorts() {
+    auto* field = as<SoMFUShort>();
+    if (!field) return false;
+    const IntArray numbers = wholeNumbers();
+    std::vector<unsigned short> shorts;
+    for (py::ssize_t n = 0; n < numbers.size(); ++n) {
+      if (numbers.data()[n] < 0 || numbers.data()[n] > 65535)
+        throw py::value_error(m_name + " wants numbers from 0 to 65535, not " + std::to_string(numbers.data()[n]));
+      shorts.push_back(static_cast<unsigned short>(numbers.data()[n]));
+    }
+    replaceAll(*field, countOf(numbers.size(), m_name.c_str()), shorts.data());
     return true;
   }
 

@@ -61,19 +61,45 @@ std::string keyOf(int index) {
 // Null of a mesh that copies: that of a mesh node, and one-dimensional ones.
 KeptArrays* keptBy(PbMesh& mesh) { return mesh.isDataDuplicated() ? nullptr : dynamic_cast<KeptArrays*>(&mesh); }
 
-// The index of a set that is called by its index or its name.
+// "; it has 0 "height", 1 "slope"", the end of a sentence about a set that isn't there.
+template <class Kind>
+std::string setsOf(const PbMesh& mesh) {
+  std::string sets;
+  for (const auto& [index, data] : Kind::of(mesh))
+    sets += (sets.empty() ? "; it has " : ", ") + std::to_string(index) + " \"" + data.name.getString() + "\"";
+  return sets.empty() ? "; it has none" : sets;
+}
+
+// The index that a set has or would have, which is called by its index or its name.
+template <class Kind>
+int anyIndexOf(const PbMesh& mesh, py::handle set) {
+  const std::string kind = std::string("set of ") + Kind::name;
+  if (py::isinstance<py::str>(set)) {
+    for (const auto& [index, data] : Kind::of(mesh))
+      if (py::str(data.name.getString()).equal(set)) return index;
+    throw py::key_error("the mesh has no " + kind + " called \"" + textOf(set, "the name of a set") + "\"" +
+                        setsOf<Kind>(mesh));
+  }
+  const auto number = py::reinterpret_steal<py::object>(PyNumber_Index(set.ptr()));
+  if (!number) {
+    PyErr_Clear();
+    throw py::type_error("a " + kind + " is called by its name or its index, not " + kindOf(set));
+  }
+  int overflow = 0;
+  const long long index = PyLong_AsLongLongAndOverflow(number.ptr(), &overflow);
+  if (overflow != 0 || index != static_cast<int>(index))
+    throw py::key_error("the mesh has no " + kind + " with the index " + py::cast<std::string>(py::str(number)) +
+                        setsOf<Kind>(mesh));
+  return static_cast<int>(index);
+}
+
+// The index of a set that is there.
 template <class Kind>
 int indexOf(const PbMesh& mesh, py::handle set) {
-  if (py::isinstance<py::str>(set)) {
-    const auto name = py::cast<std::string>(set);
-    for (const auto& [index, data] : Kind::of(mesh))
-      if (data.name == name.c_str()) return index;
-    throw py::key_error("the mesh has no set of " + std::string(Kind::name) + " called \"" + name + "\"");
-  }
-  const int index = py::cast<int>(set);
+  const int index = anyIndexOf<Kind>(mesh, set);
   if (!Kind::of(mesh).find(index))
     throw py::key_error("the mesh has no set of " + std::string(Kind::name) + " with the index " +
-                        std::to_string(index));
+                        std::to_string(index) + setsOf<Kind>(mesh));
   return index;
 }
 
@@ -120,7 +146,11 @@ std::vector<py::ssize_t> shapeOf(const PbMesh& mesh, PbMesh::DataBinding binding
 
 // What a set belongs to: as told, else as its number of elements tells.
 PbMesh::DataBinding bindingFor(const PbMesh& mesh, py::handle binding, py::ssize_t count, const char* what) {
-  if (!binding.is_none()) return py::cast<PbMesh::DataBinding>(binding);
+  if (!binding.is_none()) {
+    if (!py::isinstance<PbMesh::DataBinding>(binding))
+      throw py::type_error("the binding must be PbMesh.PER_NODE or PbMesh.PER_CELL, not " + kindOf(binding));
+    return py::cast<PbMesh::DataBinding>(binding);
+  }
   if (count == mesh.getNumNodes()) return PbMesh::PER_NODE;
   if (count == mesh.getNumCells()) return PbMesh::PER_CELL;
   throw py::value_error(std::string(what) + " are " + std::to_string(count) + ", but the mesh has " + sizesOf(mesh));
@@ -389,15 +419,29 @@ void addMeshes(py::module_& module) {
       .def("getNumValuesSet", &PbMesh::getNumValuesSet)
       .def("getNumVecsSet", &PbMesh::getNumVecsSet)
       .def("getNumStringsSet", &PbMesh::getNumStringsSet)
-      .def("getValuesBinding", &PbMesh::getValuesBinding, "index"_a)
-      .def("getVecsBinding", &PbMesh::getVecsBinding, "index"_a)
+      .def(
+          "getValuesBinding",
+          [](const PbMesh& self, py::handle set) { return self.getValuesBinding(anyIndexOf<ValuesKind>(self, set)); },
+          "set"_a)
+      .def(
+          "getVecsBinding",
+          [](const PbMesh& self, py::handle set) { return self.getVecsBinding(anyIndexOf<VecsKind>(self, set)); },
+          "set"_a)
       .def(
           "getMinValuesSet",
-          [](const PbMesh& self, int index) { return extreme(&PbMesh::getMinValuesSet, self, index); }, "index"_a)
+          [](const PbMesh& self, py::handle set) {
+            return extreme(&PbMesh::getMinValuesSet, self, anyIndexOf<ValuesKind>(self, set));
+          },
+          "set"_a, "The least value of a set, by name or index; None if it has no finite one.")
       .def(
           "getMaxValuesSet",
-          [](const PbMesh& self, int index) { return extreme(&PbMesh::getMaxValuesSet, self, index); }, "index"_a)
+          [](const PbMesh& self, py::handle set) {
+            return extreme(&PbMesh::getMaxValuesSet, self, anyIndexOf<ValuesKind>(self, set));
+          },
+          "set"_a)
 
+      .def("values_index", &indexOf<ValuesKind>, "set"_a, "The index of a set of values that is called by its name.")
+      .def("vectors_index", &indexOf<VecsKind>, "set"_a, "The index of a set of vectors that is called by its name.")
       .def("values", &arrayOf<ValuesKind>, "set"_a,
            "The array of a set of values, by name or index. Where it is shared, it may be changed in place; touch() "
            "tells the kits.")

@@ -1,4 +1,5 @@
 #include <Inventor/SbName.h>
+#include <Inventor/fields/SoMField.h>
 #include <Inventor/fields/SoSFNode.h>
 #include <Inventor/lists/SoFieldList.h>
 #include <Inventor/lists/SoTypeList.h>
@@ -63,7 +64,8 @@ std::vector<SoNode*> samplesOf(SoType type) {
 // What the fields and parts of a class are. Those of an abstract class are what all classes derived from it share.
 py::dict describe(const std::string& className) {
   const SoType type = SoType::fromName(className.c_str());
-  if (type.isBad()) throw py::key_error("there is no class of nodes called " + className);
+  if (type.isBad() || !type.isDerivedFrom(SoNode::getClassTypeId()))
+    throw py::key_error("there is no class of nodes called " + className);
   const std::vector<SoNode*> samples = samplesOf(type);
   py::dict fields, parts;
   if (!samples.empty()) {
@@ -95,6 +97,25 @@ py::dict describe(const std::string& className) {
   return description;
 }
 
+// The fields that aren't at their defaults, with their values as short texts.
+py::dict changedFields(py::handle object) {
+  constexpr int kLongest = 40;
+  const SoNode* node = nodeOf(object, "the node");
+  py::dict changed;
+  SoFieldList all;
+  node->getFields(all);
+  for (int f = 0; f < all.getLength(); ++f) {
+    SbName name;
+    if (all[f]->isDefault() || all[f]->isOfType(SoSFNode::getClassTypeId()) || !node->getFieldName(all[f], name))
+      continue;
+    const bool isLong = all[f]->isOfType(SoMField::getClassTypeId()) && static_cast<SoMField*>(all[f])->getNum() > 4;
+    SbString text;
+    if (!isLong) all[f]->get(text);
+    changed[name.getString()] = isLong || text.getLength() > kLongest ? "..." : text.getString();
+  }
+  return changed;
+}
+
 py::object makeNode(const std::string& className) {
   const SoType type = SoType::fromName(className.c_str());
   if (type.isBad() || !type.canCreateInstance())
@@ -110,6 +131,7 @@ void addNodes(py::module_& module) {
   module.def("node_classes", &nodeClasses);
   module.def("class_name", &classNameOf, "node"_a);
   module.def("describe", &describe, "class_name"_a);
+  module.def("changed_fields", &changedFields, "node"_a);
   module.def("make_node", &makeNode, "class_name"_a);
   module.def(
       "make_proxy", [](py::handle node) { return proxyOf(nodeOf(node, "the node")); }, "node"_a);

@@ -14,12 +14,13 @@
 #include <optional>
 #include <utility>
 
-#include "../tool/Failure.h"
-#include "../tool/SceneCheck.h"
-#include "../tool/SceneFile.h"
 #include "Callbacks.h"
+#include "Failure.h"
+#include "SceneCheck.h"
+#include "SceneFile.h"
 #include "graph/toolkit/offscreen/PiOffscreen.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
+#include "out/SceneFiles.h"
 
 namespace python {
 
@@ -139,16 +140,28 @@ py::array_t<uint8_t> arrayOf(const PiPicture& picture) {
   return py::array_t<uint8_t>(std::vector<py::ssize_t>{picture.height, picture.width, 4}, data, owner);
 }
 
-py::array_t<uint8_t> render(py::handle scene, py::ssize_t width, py::ssize_t height, py::handle background,
-                            double opacity, int samples, const std::optional<PiViewpoint>& viewpoint) {
-  SoNode* node = nodeOf(scene, "the scene");
-  const HeldNode held(node);
+// None is a transparent background.
+tool::Background backgroundOf(py::handle background) {
+  tool::Background found{SbColor(1, 1, 1), 0};
+  if (!background.is_none()) found.color = colorOf(background, "the background", &found.opacity);
+  return found;
+}
+
+void checkSize(py::ssize_t width, py::ssize_t height) {
   if (width < 1 || height < 1 || width > 32767 || height > 32767)
     throw py::value_error("a picture can't have " + std::to_string(width) + " x " + std::to_string(height) + " pixels");
-  if (samples < 1 || samples > 4096) throw py::value_error("there can be 1 to 4096 samples");
-  if (!(opacity >= 0 && opacity <= 1)) throw py::value_error("the opacity of the background must be from 0 to 1");
+}
+
+py::array_t<uint8_t> render(py::handle scene, py::ssize_t width, py::ssize_t height, py::handle background, int samples,
+                            const std::optional<PiViewpoint>& viewpoint) {
+  SoNode* node = nodeOf(scene, "the scene");
+  const HeldNode held(node);
+  checkSize(width, height);
+  if (samples < 1 || samples > 4096)
+    throw py::value_error("there can be 1 to 4096 samples, not " + std::to_string(samples));
+  const tool::Background behind = backgroundOf(background);
   PiOffscreen& offscreen = offscreenOf(static_cast<int>(width), static_cast<int>(height));
-  offscreen.setBackground(colorOf(background, "the background"), static_cast<float>(opacity));
+  offscreen.setBackground(behind.color, behind.opacity);
   offscreen.setSamples(samples);
   offscreen.setViewpoint(viewpoint);
 
@@ -188,6 +201,27 @@ void writeScene(py::handle scene, const std::string& file, bool isBinary) {
   complaints.warn();
 }
 
+// Writes a vector picture or a model, as the file's name says. Returns what it holds otherwise than one may expect.
+std::string saveScene(py::handle scene, const std::string& file, py::ssize_t width, py::ssize_t height,
+                      py::handle background, double dpi, const std::optional<PiViewpoint>& viewpoint) {
+  SoNode* node = nodeOf(scene, "the scene");
+  const HeldNode held(node);
+  checkSize(width, height);
+  if (!(dpi >= 1 && dpi <= 1e6)) throw py::value_error("an inch can't have " + std::to_string(dpi) + " pixels");
+  Complaints complaints;
+  RaisedInside raised;
+  std::string note;
+  if (tool::isModelFile(file))
+    note = tool::writeModel(node, "the scene", file);
+  else
+    note = tool::writeVectorPicture(
+        node, "the scene",
+        {static_cast<int>(width), static_cast<int>(height), dpi, backgroundOf(background), viewpoint}, file);
+  raised.raise();
+  complaints.warn();
+  return note;
+}
+
 bool hasCamera(py::handle scene) {
   SoSearchAction search;
   search.setType(SoCamera::getClassTypeId());
@@ -202,7 +236,9 @@ void addScenes(py::module_& module) {
   py::register_exception<tool::Failure>(module, "SceneError", PyExc_OSError);
   py::class_<PiViewpoint>(module, "Viewpoint")
       .def(py::init(&viewpointOf), "direction"_a, "up"_a, "orthographic"_a, "margin"_a, "headroom"_a);
-  module.def("render", &render, "scene"_a, "width"_a, "height"_a, "background"_a, "opacity"_a, "samples"_a,
+  module.def("render", &render, "scene"_a, "width"_a, "height"_a, "background"_a, "samples"_a,
+             "viewpoint"_a.none(true));
+  module.def("save", &saveScene, "scene"_a, "file"_a, "width"_a, "height"_a, "background"_a, "dpi"_a,
              "viewpoint"_a.none(true));
   module.def("release_pictures", &releaseStudio, "Gives back what drawing keeps for the next picture.");
   module.def("read", &readScene, "file"_a);

@@ -1,7 +1,6 @@
 #include "Arguments.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <stdexcept>
@@ -51,28 +50,6 @@ bool parseVector(std::string_view text, SbVec3f& vector) {
   if (!parseNumbers(text, numbers) || numbers.size() != 3) return false;
   vector.setValue(numbers[0], numbers[1], numbers[2]);
   return vector.length() > 0.0f;
-}
-
-struct NamedColor {
-  std::string_view name;
-  uint32_t rgb;
-};
-
-// The basic names of the web's style sheets, and the greys that backgrounds want.
-constexpr std::array kColors{
-    NamedColor{"white", 0xffffff},    NamedColor{"black", 0x000000},     NamedColor{"grey", 0x808080},
-    NamedColor{"gray", 0x808080},     NamedColor{"lightgrey", 0xd3d3d3}, NamedColor{"lightgray", 0xd3d3d3},
-    NamedColor{"darkgrey", 0x404040}, NamedColor{"darkgray", 0x404040},  NamedColor{"silver", 0xc0c0c0},
-    NamedColor{"red", 0xff0000},      NamedColor{"maroon", 0x800000},    NamedColor{"yellow", 0xffff00},
-    NamedColor{"olive", 0x808000},    NamedColor{"lime", 0x00ff00},      NamedColor{"green", 0x008000},
-    NamedColor{"cyan", 0x00ffff},     NamedColor{"aqua", 0x00ffff},      NamedColor{"teal", 0x008080},
-    NamedColor{"blue", 0x0000ff},     NamedColor{"navy", 0x000080},      NamedColor{"magenta", 0xff00ff},
-    NamedColor{"fuchsia", 0xff00ff},  NamedColor{"purple", 0x800080},    NamedColor{"orange", 0xffa500},
-    NamedColor{"brown", 0xa52a2a},    NamedColor{"pink", 0xffc0cb},      NamedColor{"ivory", 0xfffff0}};
-
-SbColor unpack(uint32_t rgb) {
-  return SbColor(static_cast<float>(rgb >> 16 & 255) / 255.0f, static_cast<float>(rgb >> 8 & 255) / 255.0f,
-                 static_cast<float>(rgb & 255) / 255.0f);
 }
 
 }  // namespace
@@ -143,24 +120,11 @@ SbVec3f parseView(const std::string& text, const SbVec3f& up) {
 }
 
 Background parseBackground(const std::string& text) {
-  std::string lower = text;
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+  const std::string lower = lowerCase(text);
   if (lower == "transparent" || lower == "none") return {SbColor(1.0f, 1.0f, 1.0f), 0.0f};
-  for (const NamedColor& color : kColors)
-    if (lower == color.name) return {unpack(color.rgb), 1.0f};
-
-  if (!lower.empty() && lower.front() == '#') {
-    std::string digits = lower.substr(1);
-    if (digits.size() == 3) digits = {digits[0], digits[0], digits[1], digits[1], digits[2], digits[2]};
-    uint32_t value = 0;
-    if ((digits.size() == 6 || digits.size() == 8) && parseNumber(std::string_view(digits), value, 16)) {
-      if (digits.size() == 6) return {unpack(value), 1.0f};
-      return {unpack(value >> 8), static_cast<float>(value & 255) / 255.0f};
-    }
-  }
+  if (const auto named = namedColor(text)) return *named;
   std::vector<float> numbers;
-  if (parseNumbers(lower, numbers) && (numbers.size() == 3 || numbers.size() == 4) &&
+  if (parseNumbers(text, numbers) && (numbers.size() == 3 || numbers.size() == 4) &&
       std::all_of(numbers.begin(), numbers.end(), [](float n) { return n >= 0.0f && n <= 1.0f; }))
     return {SbColor(numbers[0], numbers[1], numbers[2]), numbers.size() == 4 ? numbers[3] : 1.0f};
   throw std::invalid_argument(

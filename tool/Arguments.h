@@ -1,10 +1,11 @@
 #ifndef ORMELLE_TOOL_ARGUMENTS_H
 #define ORMELLE_TOOL_ARGUMENTS_H
 
-#include <Inventor/SbColor.h>
 #include <Inventor/SbVec3f.h>
 
 #include <string>
+
+#include "ColorNames.h"
 
 namespace tool {
 
@@ -13,11 +14,6 @@ namespace tool {
 struct Size {
   int width;
   int height;
-};
-
-struct Background {
-  SbColor color;
-  float opacity;
 };
 
 /// "1600x1200", both from 1 to 32767.

@@ -11,43 +11,21 @@
 #include "Import.h"
 #include "Notes.h"
 #include "SceneFile.h"
-#include "SceneWalk.h"
 #include "graph/toolkit/offscreen/PiWholeFile.h"
-#include "out/ModelWriter.h"
+#include "out/SceneFiles.h"
 
 namespace tool {
 
 namespace {
 
-// Writes what the scene shows, as a model.
-void writeModel(const Scene& scene, const std::string& to) {
-  const bool isVrml = hasEnding(to, ".wrl");
-  SceneModel model(isVrml);
-  WalkWishes wishes;
-  wishes.colors = true;
-  wishes.lettersAsTriangles = !isVrml;
-  walkScene(scene.root.get(), scene.file, wishes, model);
-
-  PiWholeFile file(to);
-  std::string problem;
-  if (file.stream())
-    problem = isVrml ? writeVrml(model, file.stream()) : writeGltf(model, hasEnding(to, ".glb"), file.stream());
-  if (problem.empty()) problem = file.close();
-  if (!problem.empty()) throw Failure(to + ": " + problem);
-  Notes notes;
-  if (!model.notes().empty()) notes.add(model.notes());
-  notes.tell(to);
-}
-
-bool isModelFile(const std::string& file) {
-  return hasEnding(file, ".gltf") || hasEnding(file, ".glb") || hasEnding(file, ".wrl");
-}
-
 // Writes a scene.
 void write(const Scene& scene, const ConvertOptions& options) {
   // What is VRML already stays as it is.
-  if (isModelFile(options.to) && !(scene.isVrml2 && hasEnding(options.to, ".wrl")))
-    return writeModel(scene, options.to);
+  if (isModelFile(options.to) && !(scene.isVrml2 && hasEnding(options.to, ".wrl"))) {
+    Notes notes;
+    notes.add(writeModel(scene.root.get(), scene.file, options.to));
+    return notes.tell(options.to);
+  }
   PoBase::setNodeWriteFormat(options.isGeometry ? PoBase::WRITE_GEOMETRY : PoBase::WRITE_FIELDS);
   PiWholeFile file(options.to);
   if (file.stream()) {

@@ -9,7 +9,9 @@ namespace tool {
 /// What an output file can't carry, told in one line on the error output once the file is there.
 class Notes {
  public:
-  void add(const std::string& note) { m_all += (m_all.empty() ? "" : "; ") + note; }
+  /// Does nothing with an empty note.
+  void add(const std::string& note) { m_all += (m_all.empty() || note.empty() ? "" : "; ") + note; }
+  const std::string& all() const { return m_all; }
   void tell(const std::string& file) const {
     if (!m_all.empty()) std::fprintf(stderr, "ormelle: %s: %s.\n", file.c_str(), m_all.c_str());
   }

@@ -1,25 +1,34 @@
 """Classes for the nodes of the library, made of what the toolkit tells about them when the program runs."""
 
+from __future__ import annotations
+
 import difflib
+import inspect
+import keyword
+import re
 import textwrap
 
 from pivy import coin
 
 from . import _core
+from ._calls import Shown, kind_of, wrapped
 from ._docs import DOCS
 
 _parents = dict(_core.node_classes())
 _classes = {}
 
+# What fields of Pivy take of its objects, by the kind of field without SF or MF.
+_PIVY_VALUES = {"Vec2f": coin.SbVec2f, "Vec3f": coin.SbVec3f, "Vec4f": coin.SbVec4f, "Plane": coin.SbPlane,
+                "Color": (coin.SbColor, coin.SbVec3f), "Rotation": coin.SbRotation, "Matrix": coin.SbMatrix, "Time": coin.SbTime,
+                "String": (coin.SbString, coin.SbName), "Name": (coin.SbName, coin.SbString), "Path": coin.SoPath}
 
-def group(*nodes):
-    """A separator that holds these nodes."""
-    separator = coin.SoSeparator()
-    for node in nodes:
-        if not isinstance(node, coin.SoNode):
-            raise TypeError(f"a group holds nodes, not {type(node).__name__}")
-        separator.addChild(node)
-    return separator
+# Fields that take the index of a set of the mesh.
+_SET_INDEX = re.compile(r"\w*[vV]aluesIndex\w*|vecsIndex|thicknessIndex")
+
+
+def group(*nodes: coin.SoNode | list) -> coin.SoSeparator:
+    """A separator that holds these nodes, or those of lists of nodes."""
+    return node_class("SoSeparator")(*nodes)
 
 
 def names():
@@ -27,14 +36,29 @@ def names():
     return sorted(_parents)
 
 
+def takes_set(field):
+    """Whether a field of this name takes the index of a set of the mesh."""
+    return _SET_INDEX.fullmatch(field) is not None
+
+
+def listed(names):
+    """Names as lines of a page."""
+    return textwrap.fill(", ".join(names), 100, initial_indent="    ", subsequent_indent="    ")
+
+
 def node_class(name):
-    """The class of nodes of this name. It is made on first use; KeyError if there is none."""
+    """The class of nodes of this name. It is made on first use; KeyError if there is none.
+
+    The toolkit's own classes (SoMaterial ...) are there, too: classes of Pivy, with fields like those of our nodes.
+    """
     if name not in _classes:
-        _classes[name] = _make_class(name, _parents[name])
+        if not name.startswith(("Po", "So")):
+            raise KeyError(name)
+        _classes[name] = _make_class(name, _parents.get(name))
     return _classes[name]
 
 
-def cast(node):
+def cast(node: coin.SoNode) -> coin.SoNode:
     """The node as an object of its own class of Ormelle, if it has one, which keeps the node alive.
 
     What comes out of a scene graph through Pivy (getChild() and the like) is an object of Pivy's nearest class, without the
@@ -43,35 +67,103 @@ def cast(node):
     if node is None or isinstance(node, OrmelleNode):
         return node
     name = _core.class_name(node)
-    if name not in _parents:
+    return _held(node, name) if name in _parents else node
+
+
+def _held(node, name):
+    """The node as an object of a class of ours, which keeps it alive."""
+    held = object.__new__(node_class(name))
+    held._hold(_core.make_proxy(node))
+    return held
+
+
+def _part(node):
+    """What a kit hands out, as an object whose fields take what those of kits take."""
+    if node is None or isinstance(node, OrmelleNode):
         return node
-    cls = node_class(name)
-    wrapped = cls.__new__(cls)
-    wrapped._hold(_core.make_proxy(node))
-    return wrapped
+    return _held(node, _core.class_name(node) or "So" + node.getTypeId().getName().getString())
 
 
 class OrmelleNode:
     """What the classes of nodes of Ormelle have beside those of Pivy.
 
     Fields, parts and data objects are attributes, and may be given by name when the node is made: `node.valuesIndex = 0` sets
-    a field, to a number, a text, the name of a value of an enumeration, a list or an array; `node.valuesIndex` is the field
-    itself, as in Pivy. `kit.mesh = mesh` is `kit.setMesh(mesh)`. `kit.appearance.drawStyle.lineWidth = 2` makes the parts
-    that it passes.
+    a field, to a number, a text, the name of a value of an enumeration, a colour, a list or an array; `node.valuesIndex` is
+    the field itself, as in Pivy. A field that takes the index of a set takes its name, too, once the node has a mesh.
+    `kit.mesh = mesh` is `kit.setMesh(mesh)`. `kit.appearance.drawStyle.lineWidth = 2` makes the parts that it passes.
+
+    Data objects may also be given without a name: `PoMeshFilled(grid, colours)`. What isn't said then is what one would
+    expect: sets are the first ones of the mesh, and the kit is coloured if there is a data mapping, in bands if there are
+    isovalues, too.
     """
 
-    def __init__(self, data=None, **values):
+    def __init__(self, *data, **values):
         self._hold(_core.make_node(_MADE_AS.get(self._type_name, self._type_name)))
-        if data is not None:
-            self._take(data)
-        for name, value in values.items():
-            setattr(self, name, value)
+        for each in data:
+            if each is not None:
+                self._take(each)
+        # Names of sets are looked up in the mesh.
+        for name in sorted(values, key=lambda name: name not in self._data):
+            if name in self._data and _core.get_given_data(self, self._data[name]) is not None:
+                raise TypeError(f"{type(self).__name__} got its {name} twice")
+            setattr(self, name, values[name])
+        if data:
+            self._complete(values)
 
     def _hold(self, proxy):
         self.__dict__.update(this=proxy.this, _reference=proxy._reference)
 
     def _take(self, data):
-        raise TypeError(f"{type(self).__name__} takes its values by name, not {type(data).__name__}")
+        """Takes an argument without a name."""
+        children = data if isinstance(data, (list, tuple)) else [data]
+        if isinstance(self, coin.SoGroup) and not self._type_name.startswith("Po"):
+            for child in children:
+                if not isinstance(child, coin.SoNode):
+                    raise TypeError(f"a group holds nodes, not {kind_of(child)}")
+                self.addChild(child)
+            return
+        for name, slot in self._data.items():
+            if isinstance(data, getattr(_core, self._slots[slot])):
+                if _core.get_given_data(self, slot) is not None:
+                    raise TypeError(f"{type(self).__name__} got its {name} twice")
+                _core.set_data(self, slot, data)
+                return
+        wanted = ", ".join(dict.fromkeys(self._slots[slot] for slot in self._data.values()))
+        raise TypeError(f"{type(self).__name__} takes " + (f"objects of {wanted}" if wanted else "nothing") +
+                        f" without a name, and all others by name, not {kind_of(data)}")
+
+    def _complete(self, values):
+        """Sets what wasn't said to what one would expect of data without names."""
+        if "valuesIndex" not in self._fields or "mesh" not in self._data:
+            return
+        mesh = _core.get_given_data(self, "Mesh")
+        for name in ("valuesIndex", "vecsIndex"):
+            if mesh is not None and name not in values and self._sets(mesh, name):
+                setattr(self, name, min(self._sets(mesh, name)))
+        if "coloringType" not in values and _core.get_given_data(self, "DataMapping") is not None:
+            has_levels = _core.get_given_data(self, "IsovaluesList") is not None
+            self.coloringType = "COLOR_CONTOURING" if has_levels else "COLOR_MAPPING"
+
+    @staticmethod
+    def _sets(mesh, name):
+        """The sets of a mesh that a field is for: names by index."""
+        return mesh.vector_names if name.startswith("vecs") else mesh.value_names
+
+    def _index_of(self, name, called):
+        """The index of the set that is called so."""
+        title = f"{type(self).__name__}.{name}"
+        mesh = _core.get_data(self, "Mesh") if "mesh" in self._data else None
+        if mesh is None:
+            raise ValueError(f"{title} can't find the set \"{called}\" without a mesh: give the node its mesh first, or give "
+                             "the index of the set, which mesh.values_index() and mesh.vectors_index() tell")
+        sets = self._sets(mesh, name)
+        for index, known in sets.items():
+            if known == called:
+                return index
+        there = ", ".join(f'"{known}"' for known in sets.values()) or "none"
+        close = difflib.get_close_matches(called, sets.values(), 1)
+        raise ValueError(f"{title} can't be \"{called}\"; the mesh has the sets {there}" +
+                         (f"; is \"{close[0]}\" meant?" if close else ""))
 
     @classmethod
     def getClassTypeId(cls):
@@ -85,25 +177,50 @@ class OrmelleNode:
             _core.set_data(self, self._data[name], value)
         elif name in self._parts:
             if value is not None and not isinstance(value, coin.SoNode):
-                raise TypeError(f"{type(self).__name__}.{name} is a part, which must be a node, not {value!r}")
+                raise TypeError(f"{type(self).__name__}.{name} is a part, which must be a node, not {kind_of(value)}")
+            # The toolkit forgets the parts inside, and crashes over them later.
+            if not self.getNodekitCatalog().isLeaf(name):
+                raise TypeError(f"{type(self).__name__}.{name} holds other parts of the kit, and can't be replaced")
             if not self.setPart(name, value):
-                raise TypeError(f"{type(self).__name__}.{name} must be a {self._parts[name]}, not {value!r}")
+                raise TypeError(f"{type(self).__name__}.{name} must be a {self._parts[name]}, not {kind_of(value)}")
         elif name in self._fields:
+            if isinstance(value, str) and takes_set(name):
+                value = self._index_of(name, value)
             if not _core.set_field(self, name, value):
-                self.getField(name).setValue(value)
+                self._set_by_pivy(name, value)
         else:
             raise AttributeError(self._unknown(name))
 
+    def _set_by_pivy(self, name, value):
+        """For objects of Pivy, and for kinds of fields that _core leaves to it."""
+        field, kind = self.getField(name), self._fields[name][0]
+        refusal = f"{type(self).__name__}.{name} is an {kind}, which can't take {kind_of(value)}"
+        # Pivy makes nonsense of objects of other classes.
+        if isinstance(value, coin.SoField):
+            suits = value.getTypeId() == field.getTypeId()
+        elif hasattr(value, "this"):
+            suits = isinstance(value, _PIVY_VALUES.get(kind[2:], ()))
+        else:
+            suits = not kind.startswith("PoSF")
+        if not suits:
+            raise TypeError(refusal)
+        try:
+            field.setValue(value)
+        except (TypeError, ValueError, AttributeError, NotImplementedError, OverflowError):
+            raise TypeError(refusal) from None
+
     def __getattr__(self, name):
         # Names that Python itself asks for must not reach the kit, which would make parts of them.
-        if name.startswith("_") or name == "this":
+        if name.startswith("_") or name in ("this", "thisown"):
             raise AttributeError(name)
         if name in self._fields:
-            return self.getField(name)
+            field = self.getField(name)
+            object.__setattr__(field, "_node", self)  # which must outlive it
+            return field
         if name in self._data:
             return _core.get_data(self, self._data[name])
         if name in self._parts:
-            return self.getPart(name, True)
+            return _part(self.getPart(name, True))
         raise AttributeError(self._unknown(name))
 
     def _unknown(self, name):
@@ -112,14 +229,23 @@ class OrmelleNode:
         return f"{type(self).__name__} has no attribute '{name}'" + (f"; is '{close[0]}' meant?" if close else "")
 
     def __dir__(self):
-        return sorted({*object.__dir__(self), *self._fields, *self._parts, *self._data})
+        return sorted({*object.__dir__(self), *self._fields, *self._parts, *self._data} - {"this", "thisown"})
 
     def __repr__(self):
-        return f"<ormelle.{type(self).__name__}>"
+        if "this" not in self.__dict__:
+            return f"<ormelle.{type(self).__name__}: not made yet>"
+        shown = [name for name, slot in self._data.items() if _core.get_given_data(self, slot) is not None]
+        shown += [f"{name} = {text}" for name, text in _core.changed_fields(self).items() if name in self._fields]
+        more = [*shown[:6], "..."] if len(shown) > 6 else shown
+        return f"<ormelle.{type(self).__name__}{': ' if more else ''}{', '.join(more)}>"
+
+    def _repr_png_(self):
+        from ._pictures import notebook_picture  # which builds on this module
+        return notebook_picture(self)
 
     def copy(self, copyConnections=False):
         """A copy of the node with the same data objects."""
-        twin = cast(super().copy(copyConnections))
+        twin = _part(super().copy(copyConnections))
         for slot in self._data.values():
             data = _core.get_given_data(self, slot)
             if data is not None:
@@ -132,6 +258,9 @@ class _MeshNode:
 
     def _take(self, data):
         self.setMesh(data)
+
+    def _complete(self, values):
+        pass
 
     def getMesh(self):
         """The mesh, which belongs to the node and copies all arrays that it is given."""
@@ -199,7 +328,7 @@ def _make_class(name, parent):
     if parent in _parents:
         bases = (node_class(parent),)
     else:
-        bases = (OrmelleNode, _pivy_class(parent))
+        bases = (OrmelleNode, _pivy_class(parent or name))
     if name in _EXTRAS:
         bases = (_EXTRAS[name], *bases)
     about = _core.describe(name)
@@ -211,14 +340,35 @@ def _make_class(name, parent):
         "_fields": about["fields"],
         "_parts": about["parts"],
         "_data": {slot[0].lower() + slot[1:]: slot for slot in slots if slot not in about["fields"]},
+        "_slots": slots,
     }
+    members["__signature__"] = _constructor(members)
     for field_type, default, values in about["fields"].values():
         members.update((value, number) for value, number in values.items() if value.isidentifier())
     for slot, wanted in slots.items():
         members["set" + slot] = _setter(slot, wanted)
         members["get" + slot] = _getter(slot, wanted)
-    members.update(_core.node_members.get(name, {}))
+    for key, member in _core.node_members.get(name, {}).items():
+        members[key] = member if not callable(member) else wrapped(member, f"{name}.{key}")
     return type(name, bases, members)
+
+
+def _constructor(members):
+    """The signature of a constructor, by which editors complete the names of fields."""
+    data = [inspect.Parameter("data", inspect.Parameter.VAR_POSITIONAL)]
+    named = {name: None for name in members["_data"]}
+    named.update((field, Shown(_default_text(about))) for field, about in members["_fields"].items())
+    return inspect.Signature(data + [inspect.Parameter(name, inspect.Parameter.KEYWORD_ONLY, default=default)
+                                     for name, default in named.items() if not keyword.iskeyword(name)])
+
+
+def _default_text(about):
+    """The default value of a field as one line; "..." if that is long."""
+    field_type, default, values = about
+    default = " ".join(default.split())
+    if field_type.endswith("UShort") and default.startswith("0x"):
+        default = str(int(default, 16))
+    return default if default and len(default) <= 60 else "..."
 
 
 def _pivy_class(name):
@@ -251,7 +401,7 @@ def _getter(slot, wanted):
     return getter
 
 
-def _field_text(name, field):
+def field_text(name, field):
     """What the headers say of a field, in the class that it comes from."""
     while name in _parents:
         text = DOCS.get(name, ("", {}))[1].get(field)
@@ -262,21 +412,20 @@ def _field_text(name, field):
 
 
 def _docstring(name, about):
-    lines = [DOCS.get(name, ("", {}))[0] or f"A {_parents[name]}."]
+    lines = [DOCS.get(name, ("", {}))[0] or
+             (f"A {_parents[name]}." if name in _parents else f"The {name} of Pivy, with fields like those of Ormelle's nodes.")]
     if about["isAbstract"] and name not in _MADE_AS:
         lines.append("\nAn abstract class.")
     if about["fields"]:
         lines.append("\nFields:")
     for field, (field_type, default, values) in about["fields"].items():
-        default = " ".join(default.split())
-        if field_type.endswith("UShort") and default.startswith("0x"):
-            default = str(int(default, 16))
-        shown = f" = {default}" if default and len(default) <= 60 else ""
+        default = _default_text((field_type, default, values))
+        shown = f" = {default}" if default != "..." else ""
         lines.append(f"    {field} ({field_type}{shown})")
         if values:
             lines.append(textwrap.fill("one of " + ", ".join(values), 100, initial_indent=" " * 8,
                                        subsequent_indent=" " * 8))
-        text = _field_text(name, field)
+        text = field_text(name, field)
         if text:
             lines.append(textwrap.fill(" ".join(text.split()), 100, initial_indent=" " * 8, subsequent_indent=" " * 8))
     slots = _core.data_slots(name)

@@ -83,8 +83,12 @@ class Arrays(unittest.TestCase):
         self.grid.set_values("cells as grid", np.arange(6).reshape(2, 3), ormelle.PbMesh.PER_CELL)
         self.assertEqual(self.grid.getValuesBinding(0), ormelle.PbMesh.PER_CELL)
         self.assertEqual(self.grid.value_names, {0: "cells", 1: "cells as grid"})
-        with self.assertRaisesRegex(KeyError, "nothing"):
+        with self.assertRaisesRegex(KeyError, 'nothing.*; it has 0 .*cells.*, 1 .*cells as grid'):
             self.grid.values("nothing")
+        self.assertEqual((self.grid.getMaxValuesSet("cells"), self.grid.values_index("cells as grid")), (5, 1))
+        self.assertEqual(self.grid.getValuesBinding("cells"), ormelle.PbMesh.PER_CELL)
+        with self.assertRaisesRegex(KeyError, "slope"):
+            self.grid.getMinValuesSet("slope")
 
     def test_nan_and_masks_are_values_that_are_missing(self):
         values = np.arange(12, dtype="f4")
@@ -262,9 +266,36 @@ class Mappings(unittest.TestCase):
         np.testing.assert_allclose(ramp.getRGBColor(1.25), (0.25,) * 3, atol=1e-6)
         ramp.enableTransparency(True)
         self.assertAlmostEqual(ramp.color(2)[3], 0.5)
-        for values, colours in (([1, 2], ["#000000"]), ([], []), ([math.nan], ["#000000"]), ([1], ["red"]), ([1], [(2, 0, 0)])):
+        for values, colours in (([1, 2], ["#000000"]), ([], []), ([math.nan], ["#000000"]), ([1], ["redd"]), ([1], [(2, 0, 0)]), ([1], ["#12345678"])):
             with self.subTest(values=values, colours=colours), self.assertRaises(ValueError):
                 ormelle.PbNonLinearDataMapping2(values, colours)
+
+    def test_colours_by_name(self):
+        for colour, numbers in (("navy", (0, 0, 128)), ("SteelBlue", (70, 130, 180)), ("#0a8", (0, 170, 136)), ("#ff8000", (255, 128, 0)),
+                                ((1, 0, 0.2), (255, 0, 51)), (np.array([0, 0, 1]), (0, 0, 255))):
+            with self.subTest(colour=colour):
+                np.testing.assert_allclose(ormelle.rgb(colour), np.array(numbers) / 255, atol=1e-6)
+        for wrong in ("", "nav", "navy blue", "blue=0000ff brown", "#12", "#gggggg", (0, 1), (0, 0, 256), (0, 0, -1), None, 3, "\ud800"):
+            with self.subTest(wrong=wrong), self.assertRaises((ValueError, TypeError)):
+                ormelle.rgb(wrong)
+
+    def test_scales_by_name(self):
+        scale = ormelle.colours("viridis", 0, 10)
+        np.testing.assert_allclose(scale.color(0)[:3], ormelle.rgb("#440154"), atol=1e-6)
+        np.testing.assert_allclose(scale.color(10)[:3], ormelle.rgb("#fde725"), atol=1e-6)
+        np.testing.assert_allclose(scale.color(5)[:3], ormelle.rgb("#21918c"), atol=5 / 255)  # of the original table
+        np.testing.assert_allclose(ormelle.colours("viridis_r", 0, 10).color(3), scale.color(7), atol=1e-5)
+        own = ormelle.colours(["white", "navy"], np.array([2, np.nan, 6]))
+        np.testing.assert_allclose(own.color(4)[:3], (0.5, 0.5, (1 + 128 / 255) / 2), atol=1e-5)
+        steps = ormelle.colours(["black", "white"], 0, 4, steps=4)
+        np.testing.assert_allclose(steps.color([0.5, 1.5, 2.5, 3.5])[:, 0], [0, 1 / 3, 2 / 3, 1], atol=1e-6)
+        self.assertLess(ormelle.colours("Greys", [3, 3]).getValuesList()[0], 3)
+        for arguments in (("jet", 0, 1), ("viridis", 1, 0), ("viridis", 0, math.nan), ("viridis", 3), ("viridis", []),
+                          (["navy"], 0, 1), (["navy", "nevy"], 0, 1), (3, 0, 1), ("viridis", "a", "b")):
+            with self.subTest(arguments=arguments), self.assertRaises((ValueError, TypeError)):
+                ormelle.colours(*arguments)
+        with self.assertRaisesRegex(ValueError, "steps"):
+            ormelle.colours("viridis", 0, 1, steps=1)
 
     def test_functions_of_python(self):
         mapping = ormelle.PbNonLinearDataMapping(lambda value: None if value < 0 else (value, 0, 0))
@@ -286,6 +317,32 @@ class Mappings(unittest.TestCase):
 
 
 class Others(unittest.TestCase):
+    def test_objects_describe_themselves(self):
+        numbers = ormelle.PbNumericDisplayFormat("FLOAT_FORMAT", 3, 2)
+        cases = {
+            'PbLinearDataMapping: 0 "#0000ff" to 11.5 "#ff0000"': ormelle.PbLinearDataMapping(0, "blue", 11.5, "red"),
+            'PbNonLinearDataMapping2: "#ff0000", "#000080", mixed between 1, 2': ormelle.PbNonLinearDataMapping2([1, 2], ["red", "navy"]),
+            "PbNonLinearDataMapping: colours by a function": ormelle.PbNonLinearDataMapping(),
+            "PbIsovaluesList: 8 levels, 300, 400, 500, ..., 1000": ormelle.PbIsovaluesList(range(300, 1100, 100)),
+            "PbIsovaluesList: 2 levels, 1, 5": ormelle.PbIsovaluesList([5, 1]),
+            "PbDomain: x 0 to 2, y 1 to 3, z 0 to 1, SCALE_X_FIXED": ormelle.PbDomain(0, 1, 2, 3),
+            "PbNumericDisplayFormat: FLOAT_FORMAT, 2 decimals of 10^3": numbers,
+            'PbDateFormatMapping: "1-01-1992" at 0, "31-12-1992" at 365, format "dmY"':
+                ormelle.PbDateFormatMapping("1-01-1992", "31-12-1992", 0, 365, "dmY"),
+            'PbMiscTextAttr: font "Open Sans"': ormelle.PbMiscTextAttr("Open Sans"),
+            "Location: cell 0 at (0.5, 0.5, 0), nodes 0, 2, 3, 1": ormelle.PbRegularCartesianGrid2D(2, 2, 0, 0, 1, 1).locate((0.5, 0.5)),
+            "Camera: direction=(0, 0, -1), up=(0, 1, 0)": ormelle.Camera(),
+        }
+        for text, thing in cases.items():
+            self.assertEqual(repr(thing), f"<ormelle.{text}>")
+        for name in ormelle.__all__:
+            if name.startswith("Pb"):
+                try:
+                    thing = getattr(ormelle, name)()
+                except TypeError:
+                    continue
+                self.assertTrue(repr(thing).startswith(f"<ormelle.{name}: "), repr(thing))
+
     def test_isovalues(self):
         levels = ormelle.PbIsovaluesList(0, 10, 11)
         self.assertEqual(len(levels), 11)

@@ -114,10 +114,52 @@ class Fields(unittest.TestCase):
         kit.appearance.drawStyle.lineWidth = 3
         self.assertEqual(kit.getPart("appearance.drawStyle", False).lineWidth.getValue(), 3)
 
+    def test_sets_and_colours_by_name(self):
+        mesh = grid()
+        mesh.set_values("w", np.zeros(9))
+        mesh.set_vectors("wind", np.zeros((9, 3)))
+        kit = ormelle.PoMeshFilled(valuesIndex="w", vecsIndex="wind", mesh=mesh)  # whichever comes first
+        self.assertEqual((kit.valuesIndex.getValue(), kit.vecsIndex.getValue()), (1, 0))
+        kit.valuesIndex = "v"
+        kit.valuesIndexForCellFilter = np.str_("w")
+        self.assertEqual((kit.valuesIndex.getValue(), kit.valuesIndexForCellFilter.getValue()), (0, 1))
+        for wrong in ("wind", "", "vv"):
+            with self.assertRaisesRegex(ValueError, 'the mesh has the sets "v", "w"'):
+                kit.valuesIndex = wrong
+        for bare in (ormelle.PoMeshFilled(), ormelle.PoCurveLine()):
+            with self.assertRaisesRegex(ValueError, "without a mesh"):
+                setattr(bare, "valuesIndex" if "valuesIndex" in bare._fields else "yValuesIndex", "v")
+        bars = ormelle.PoSingleHistogram(color=["navy", "#f00"])
+        self.assertEqual(bars.color[1].getValue(), (1, 0, 0))
+        bars.color = "white"
+        self.assertEqual([colour.getValue() for colour in bars.color.getValues()], [(1, 1, 1)])
+        material = ormelle.SoMaterial(diffuseColor="lime", transparency=0.5)
+        self.assertIsInstance(material, coin.SoMaterial)
+        self.assertEqual(material.diffuseColor[0].getValue(), (0, 1, 0))
+
+    def test_data_without_names(self):
+        mesh, mapping, levels = grid(), ormelle.PbLinearDataMapping(), ormelle.PbIsovaluesList([1, 2])
+        for given, coloring in (((mesh,), "COLOR_INHERITED"), ((mapping, mesh), "COLOR_MAPPING"),
+                                ((mesh, mapping, levels), "COLOR_CONTOURING")):
+            kit = ormelle.PoMeshFilled(*given)
+            self.assertEqual((kit.coloringType.getValue(), kit.valuesIndex.getValue(), kit.vecsIndex.getValue()),
+                             (getattr(kit, coloring), 0, -1))
+            self.assertIs(kit.mesh, mesh)
+        kit = ormelle.PoMeshFilled(mesh, mapping, valuesIndex=-1, coloringType="COLOR_AVERAGE")
+        self.assertEqual((kit.coloringType.getValue(), kit.valuesIndex.getValue()), (kit.COLOR_AVERAGE, -1))
+        named = ormelle.PoMeshFilled(mesh=mesh, dataMapping=mapping)
+        self.assertEqual((named.coloringType.getValue(), named.valuesIndex.getValue()), (kit.COLOR_INHERITED, -1))
+        legend = ormelle.PoLinearValueLegend(mapping, levels, ormelle.PbMiscTextAttr())
+        self.assertIs(legend.getIsovaluesList(), levels)
+        self.assertEqual(repr(kit), "<ormelle.PoMeshFilled: mesh, dataMapping, valuesIndex = -1, coloringType = COLOR_AVERAGE>")
+        for wrong in ((mapping, mapping), (ormelle.PbRegularCartesianGrid3D(),), (coin.SoCone(),)):
+            with self.subTest(wrong=wrong), self.assertRaisesRegex(TypeError, "PoMeshFilled"):
+                ormelle.PoMeshFilled(*wrong)
+
     def test_wrong_values_are_refused_and_change_nothing(self):
         kit = ormelle.PoMeshFilled(valuesIndex=1)
         cases = [
-            (TypeError, "whole number", "valuesIndex", "x"),
+            (ValueError, "without a mesh", "valuesIndex", "x"),
             (TypeError, "whole number", "valuesIndex", 1.5),
             (TypeError, "None", "valuesIndex", None),
             (ValueError, "can't hold", "valuesIndex", 2**40),
@@ -127,6 +169,7 @@ class Fields(unittest.TestCase):
             (TypeError, "True or False", "useOverallNormal", None),
             (TypeError, "part", "appearance", 3),
             (TypeError, "AppearanceKit", "appearance", coin.SoCone()),
+            (TypeError, "holds other parts", "alternateRep", coin.SoSeparator()),
             (AttributeError, "valuesIndex", "valueIndex", 3),
         ]
         for error, words, name, value in cases:

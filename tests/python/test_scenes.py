@@ -39,7 +39,7 @@ class Pictures(unittest.TestCase):
             self.assertEqual(picture[pixel].tolist(), [0, 255, 0, 255], pixel)
 
     def test_transparent_background(self):
-        for background in (None, (1, 1, 1, 0)):
+        for background in (None, (1, 1, 1, 0), "#ffffff00"):
             picture = ormelle.render(red_square(), (20, 20), background, samples=1, camera=FLAT)
             self.assertEqual((picture[0, 0, 3], picture[10, 10, 3]), (0, 255))
 
@@ -60,7 +60,10 @@ class Pictures(unittest.TestCase):
             (ValueError, (square, (0, 10)), {}),
             (ValueError, (square, (10, 10**6)), {}),
             (TypeError, (square, ("a", 10)), {}),
-            (ValueError, (square, (10, 10), "green"), {}),
+            (ValueError, (square, (10, 10), "greenish"), {}),
+            (TypeError, ([square, 3],), {}),
+            (TypeError, (square, 10), {}),
+            (TypeError, (square,), {"samples": "many"}),
             (ValueError, (square,), {"samples": 0}),
             (ValueError, (square,), {"camera": (0, 0, 0)}),
             (ValueError, (square,), {"camera": (0, float("nan"), 0)}),
@@ -86,6 +89,17 @@ class Pictures(unittest.TestCase):
         np.testing.assert_array_equal(pixels.reshape(20, 30, 3), shown.array[..., :3])
 
 
+    def test_lists_and_nodes_show_themselves(self):
+        square = red_square()
+        square.setUpdateMethod(square.UPDATE_AT_TRAVERSAL)
+        light = ormelle.SoLightModel(model="BASE_COLOR")
+        picture = ormelle.render([light, [square]], (40, 40), "lime", camera=FLAT)
+        self.assertEqual((picture[20, 20].tolist(), picture[2, 2].tolist()), ([255, 0, 0, 255], [0, 255, 0, 255]))
+        for node in (square, ormelle.group(light, square)):
+            self.assertTrue(node._repr_png_().startswith(b"\x89PNG"))
+        self.assertIsNone(ormelle.PoDomain()._repr_png_())
+
+
 class Files(unittest.TestCase):
     def setUp(self):
         self.folder = tempfile.TemporaryDirectory()
@@ -106,6 +120,25 @@ class Files(unittest.TestCase):
             self.assertEqual(ormelle.cast(again.getChild(1)).valuesIndex.getValue(), 0)
         del scene, held
         self.assertEqual(again.getChild(0).getRefCount(), 1)
+
+    def test_pictures_and_models_by_the_ending_of_the_name(self):
+        marks = {"png": b"\x89PNG", "svg": b"<svg", "PDF": b"%PDF", "glb": b"glTF", "wrl": b"#VRML V2.0", "iv": b"#Inventor"}
+        for ending, mark in marks.items():
+            file = self.file.with_suffix("." + ending)
+            with self.subTest(ending=ending):
+                try:
+                    ormelle.save([red_square()], file, (60, 40), "ivory", camera=FLAT)
+                except ormelle.SceneError as error:
+                    self.assertRegex(str(error), "without Cairo")
+                    continue
+                self.assertIn(mark, file.read_bytes()[:200])
+        drawing = self.file.with_suffix(".svg").read_text()
+        self.assertRegex(drawing, 'viewBox="0 0 60 40"')
+        self.assertIn("#fffff0", drawing)
+        for wrong in ("scene.jpeg", "scene", "none/scene.svg"):
+            with self.assertRaises((ValueError, OSError)):
+                ormelle.save(red_square(), pathlib.Path(self.folder.name) / wrong)
+            self.assertFalse((pathlib.Path(self.folder.name) / wrong).exists())
 
     def test_files_that_are_none(self):
         with self.assertRaisesRegex(ormelle.SceneError, "no such file"):
