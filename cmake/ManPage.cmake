@@ -18,4 +18,5 @@ foreach(command ${commands})
   execute_process(COMMAND ${asked} --help OUTPUT_FILE ${folder}/${command}.help COMMAND_ERROR_IS_FATAL ANY)
   list(APPEND files ${folder}/${command}.help)
 endforeach()
-execute_process(COMMAND ${AWK} -v version=${VERSION} -f ${PROGRAM} ${files} OUTPUT_FILE ${PAGE} COMMAND_ERROR_IS_FATAL ANY)
+execute_process(COMMAND ${AWK} -v version=${VERSION} -f ${PROGRAM} ${files} COMMAND ${GZIP} -9n
+  OUTPUT_FILE ${PAGE} COMMAND_ERROR_IS_FATAL ANY)

@@ -43,16 +43,17 @@ endforeach()
 
 # The manual page is what the tool says itself.
 find_program(ORMELLE_AWK NAMES awk gawk mawk)
-if(TARGET ormelle_tool AND ORMELLE_AWK AND NOT ORMELLE_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
-  set(page ${PROJECT_BINARY_DIR}/man/ormelle.1)
+find_program(ORMELLE_GZIP gzip)
+if(TARGET ormelle_tool AND ORMELLE_AWK AND ORMELLE_GZIP AND NOT ORMELLE_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
+  set(page ${PROJECT_BINARY_DIR}/man/ormelle.1.gz)
   set(awk ${PROJECT_SOURCE_DIR}/tool/man_page.awk)
   set(programs -DTOOL=$<TARGET_FILE:ormelle_tool>)
   if(TARGET ormelle_view)
     list(APPEND programs -DVIEW=$<TARGET_FILE:ormelle_view>)
   endif()
   add_custom_command(OUTPUT ${page}
-    COMMAND ${CMAKE_COMMAND} ${programs} -DAWK=${ORMELLE_AWK} -DPROGRAM=${awk} -DPAGE=${page} -DVERSION=${PROJECT_VERSION}
-      -P ${PROJECT_SOURCE_DIR}/cmake/ManPage.cmake
+    COMMAND ${CMAKE_COMMAND} ${programs} -DAWK=${ORMELLE_AWK} -DGZIP=${ORMELLE_GZIP} -DPROGRAM=${awk} -DPAGE=${page}
+      -DVERSION=${PROJECT_VERSION} -P ${PROJECT_SOURCE_DIR}/cmake/ManPage.cmake
     DEPENDS ${awk} ${PROJECT_SOURCE_DIR}/cmake/ManPage.cmake ormelle_programs VERBATIM)
   add_custom_target(ormelle_man_page ALL DEPENDS ${page})
   install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)

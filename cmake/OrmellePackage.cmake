@@ -53,13 +53,13 @@ set(library libormelle${PROJECT_VERSION_MAJOR})
 set(same "${library} (= ${version})")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_NAME ${library})
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_SECTION ${library_area}libs)
-# Written here, since CPack would call ldconfig in scripts for what it finds out by itself.
+# Written here, since CPack takes what of Python is loaded for libraries, too.
 file(WRITE ${control_dir}/library/shlibs "libOrmelle ${PROJECT_VERSION_MAJOR} ${library} (>= ${PROJECT_VERSION})\n")
 file(WRITE ${control_dir}/library/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA "${control_dir}/library/shlibs;${control_dir}/library/triggers")
 set(CPACK_COMPONENT_LIBRARY_DESCRIPTION "${PROJECT_DESCRIPTION} - library
-Ormelle turns meshes of numbers into nodes of the scene graph: coloured surfaces, isolines, volumes, vectors, axes, curves,
-charts and legends.
+Ormelle turns meshes of numbers into nodes of the scene graph: coloured
+surfaces, isolines, volumes, vectors, axes, curves, charts and legends.
 .
 This package has the shared library.")
 
@@ -67,8 +67,9 @@ set(CPACK_DEBIAN_DEV_PACKAGE_NAME libormelle-dev)
 set(CPACK_DEBIAN_DEV_PACKAGE_SECTION ${area}libdevel)
 set(CPACK_DEBIAN_DEV_PACKAGE_SHLIBDEPS OFF)
 set(CPACK_DEBIAN_DEV_PACKAGE_DEPENDS "${same}, libcoin-dev")
-set(CPACK_COMPONENT_DEV_DESCRIPTION "${PROJECT_DESCRIPTION} - development files
-This package has the headers of Ormelle and its package files for CMake and pkg-config.")
+set(CPACK_COMPONENT_DEV_DESCRIPTION "${PROJECT_DESCRIPTION} - development
+This package has the headers of Ormelle and its package files for CMake and
+pkg-config.")
 
 # The renderer and the libraries of fonts are opened while a picture is drawn.
 set(drawing "${same}, libegl1, libgl1-mesa-dri, libfreetype6, libfontconfig1")
@@ -79,8 +80,9 @@ if(TARGET ormelle_tool)
   set(CPACK_DEBIAN_TOOL_PACKAGE_DEPENDS "${drawing}")
   set(CPACK_DEBIAN_TOOL_PACKAGE_RECOMMENDS fonts-dejavu-core)
   set(CPACK_COMPONENT_TOOL_DESCRIPTION "${PROJECT_DESCRIPTION} - tool
-The command-line tool ormelle draws scenes and data files into pictures, with or without a display, shows them in a window,
-and converts files of other programs into scenes and scenes into models.")
+The command-line tool ormelle draws scenes and data files into pictures, with
+or without a display, shows them in a window, and converts files of other
+programs into scenes and scenes into models.")
 endif()
 if(TARGET ormelle_python)
   list(APPEND CPACK_COMPONENTS_ALL python)
@@ -97,7 +99,8 @@ print(f'python3 (>= {m}.{n}), python3 (<< {m}.{n + 1})', end='')" OUTPUT_VARIABL
   file(WRITE ${control_dir}/python/prerm "#!/bin/sh\nset -e\npy3clean -p python3-ormelle\n")
   set(CPACK_DEBIAN_PYTHON_PACKAGE_CONTROL_EXTRA "${control_dir}/python/postinst;${control_dir}/python/prerm")
   set(CPACK_COMPONENT_PYTHON_DESCRIPTION "${PROJECT_DESCRIPTION} - Python module
-This package has the Python module ormelle, which works together with Pivy and NumPy.")
+This package has the Python module ormelle, which works together with Pivy and
+NumPy.")
 endif()
 foreach(component ${CPACK_COMPONENTS_ALL})
   string(TOUPPER ${component} upper)

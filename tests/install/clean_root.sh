@@ -11,7 +11,7 @@ install_packages() { apt-get install -qq -y --no-install-recommends "$@" >>apt.l
 ours() { find / -xdev -path "$PWD" -prune -o -path /proc -prune -o -path /sys -prune -o -ipath '*ormelle*' -print; }
 
 # The tool, and nothing that only programs are built with.
-install_packages ./libormelle*[0-9]_*.deb ./ormelle-tools_*.deb
+install_packages ./libormelle[0-9]*.deb ./ormelle-tools_*.deb
 dpkg-query -W -f='${Package} ${Section}\n' | awk '$2 ~ /devel$/' | (! grep .)
 ormelle new map map.iv
 ormelle render map.iv -o map.png
