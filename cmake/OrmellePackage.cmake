@@ -71,8 +71,8 @@ set(CPACK_COMPONENT_DEV_DESCRIPTION "${PROJECT_DESCRIPTION} - development
 This package has the headers of Ormelle and its package files for CMake and
 pkg-config.")
 
-# The renderer and the libraries of fonts are opened while a picture is drawn.
-set(drawing "${same}, libegl1, libgl1-mesa-dri, libfreetype6, libfontconfig1")
+# The renderer, and what texts are made with, are opened while a picture is drawn.
+set(drawing "${same}, libegl1, libgl1-mesa-dri, libfreetype6, libfontconfig1, libglu1-mesa")
 if(TARGET ormelle_tool)
   list(APPEND CPACK_COMPONENTS_ALL tool)
   set(CPACK_DEBIAN_TOOL_PACKAGE_NAME ormelle-tools)
