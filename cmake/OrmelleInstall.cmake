@@ -22,8 +22,9 @@ string(REGEX REPLACE "/$" "" ORMELLE_PC_PREFIX "${ORMELLE_PC_PREFIX}")
 configure_file(${PROJECT_SOURCE_DIR}/cmake/ormelle.pc.in ${PROJECT_BINARY_DIR}/ormelle.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/ormelle.pc DESTINATION ${pkgconfig_dir} COMPONENT dev)
 
+# (Packages have their own.)
 install(FILES ${PROJECT_SOURCE_DIR}/LICENSE ${PROJECT_SOURCE_DIR}/README.md ${PROJECT_SOURCE_DIR}/CHANGELOG.md
-        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT dev)
+        DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 
 if(TARGET ormelle_tool)
   install(TARGETS ormelle_tool COMPONENT tool)
@@ -39,3 +40,21 @@ foreach(program ormelle_import ormelle_view)
     set_target_properties(${program} PROPERTIES INSTALL_RPATH "$ORIGIN/${library_dir}")
   endif()
 endforeach()
+
+# The manual page is what the tool says itself.
+find_program(ORMELLE_AWK NAMES awk gawk mawk)
+find_program(ORMELLE_GZIP gzip)
+if(TARGET ormelle_tool AND ORMELLE_AWK AND ORMELLE_GZIP AND NOT ORMELLE_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
+  set(page ${PROJECT_BINARY_DIR}/man/ormelle.1.gz)
+  set(awk ${PROJECT_SOURCE_DIR}/tool/man_page.awk)
+  set(programs -DTOOL=$<TARGET_FILE:ormelle_tool>)
+  if(TARGET ormelle_view)
+    list(APPEND programs -DVIEW=$<TARGET_FILE:ormelle_view>)
+  endif()
+  add_custom_command(OUTPUT ${page}
+    COMMAND ${CMAKE_COMMAND} ${programs} -DAWK=${ORMELLE_AWK} -DGZIP=${ORMELLE_GZIP} -DPROGRAM=${awk} -DPAGE=${page}
+      -DVERSION=${PROJECT_VERSION} -P ${PROJECT_SOURCE_DIR}/cmake/ManPage.cmake
+    DEPENDS ${awk} ${PROJECT_SOURCE_DIR}/cmake/ManPage.cmake ormelle_programs VERBATIM)
+  add_custom_target(ormelle_man_page ALL DEPENDS ${page})
+  install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tool)
+endif()

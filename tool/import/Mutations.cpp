@@ -99,7 +99,7 @@ bool isReadable(const std::string& scene) {
 
 [[noreturn]] void readInChild(const std::string& file, const std::string& scene) {
   limitProcess(kMegabytes, kSeconds);
-  (void)std::freopen("/dev/null", "w", stderr);
+  if (!std::freopen("/dev/null", "w", stderr)) _exit(NO_SENTENCE);
   int ending = SENTENCE;
   try {
     std::FILE* out = std::fopen(scene.c_str(), "wb");
