@@ -26,13 +26,13 @@ const py::object& pivy() {
   return module;
 }
 
-std::string textOf(const std::vector<py::ssize_t>& shape) {
+std::string wordsFor(const std::vector<py::ssize_t>& shape) {
   std::string text;
   for (const py::ssize_t length : shape) text += (text.empty() ? "" : " x ") + std::to_string(length);
   return text.empty() ? "a single number" : text;
 }
 
-std::string textOf(py::handle object) { return py::cast<std::string>(py::str(object)); }
+std::string wordsFor(py::handle object) { return py::cast<std::string>(py::str(object)); }
 
 std::vector<py::ssize_t> shapeOf(const py::array& array) { return {array.shape(), array.shape() + array.ndim()}; }
 
@@ -44,7 +44,7 @@ py::array numbersOf(py::handle numbers, const char* what) {
   py::array array = py::array::ensure(numbers);
   if (!array) throw py::value_error(std::string(what) + " must be an array of numbers, not " + kindOf(numbers));
   if (std::string("biuf").find(array.dtype().kind()) == std::string::npos)
-    throw py::value_error(std::string(what) + " must be numbers, not an array of " + textOf(array.dtype()));
+    throw py::value_error(std::string(what) + " must be numbers, not an array of " + wordsFor(array.dtype()));
   return array;
 }
 
@@ -82,7 +82,7 @@ FloatArray floatsOf(py::handle numbers, const char* what, const std::vector<py::
   py::ssize_t count = 1;
   for (const py::ssize_t length : shape) count *= length;
   if (found != shape && found != std::vector<py::ssize_t>{count}) {
-    std::string sentence = std::string(what) + " must be " + textOf(shape) + " numbers, not " + textOf(found);
+    std::string sentence = std::string(what) + " must be " + wordsFor(shape) + " numbers, not " + wordsFor(found);
     if (found.size() > 1 && std::equal(found.begin(), found.end(), shape.rbegin(), shape.rend()))
       sentence += ": transpose them, the first index of a grid counts along x";
     throw py::value_error(sentence);
@@ -93,7 +93,7 @@ FloatArray floatsOf(py::handle numbers, const char* what, const std::vector<py::
 FloatArray rowOf(py::handle numbers, const char* what, bool copies) {
   const py::array given = numbersOf(numbers, what);
   if (given.ndim() != 1 || given.size() == 0)
-    throw py::value_error(std::string(what) + " must be one row of numbers, not " + textOf(shapeOf(given)));
+    throw py::value_error(std::string(what) + " must be one row of numbers, not " + wordsFor(shapeOf(given)));
   countOf(given.size(), what);
   return converted<FloatArray>(given, what, copies);
 }
@@ -102,12 +102,12 @@ IntArray indicesOf(py::handle numbers, const char* what, py::ssize_t end, bool c
   const py::array given = numbersOf(numbers, what);
   if (given.size() == 0) return IntArray(given.attr("astype")("int32"));
   if (given.dtype().kind() == 'f' || given.dtype().kind() == 'b')
-    throw py::value_error(std::string(what) + " must be whole numbers, not of type " + textOf(given.dtype()));
+    throw py::value_error(std::string(what) + " must be whole numbers, not of type " + wordsFor(given.dtype()));
   countOf(given.size(), what);
   const py::int_ least = given.attr("min")();
   const py::int_ greatest = given.attr("max")();
   if (least < py::int_(0) || greatest >= py::int_(end))
-    throw py::index_error(std::string(what) + " go from " + textOf(least) + " to " + textOf(greatest) +
+    throw py::index_error(std::string(what) + " go from " + wordsFor(least) + " to " + wordsFor(greatest) +
                           ", but there are only 0 to " + std::to_string(end - 1));
   return converted<IntArray>(given, what, copies);
 }
