@@ -74,9 +74,7 @@ int import_(const std::string& file, bool isBinary) {
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int runWith(int argc, char** argv) {
   const std::vector<std::string> arguments(argv + 1, argv + argc);
   bool isBinary = false;
   unsigned long megabytes = 0, step = 0;
@@ -106,4 +104,15 @@ int main(int argc, char** argv) {
   // Libraries may end badly too; the scene is written, and nothing else matters.
   std::fflush(stdout);
   _exit(status);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return runWith(argc, argv);
+  } catch (...) {  // of the arguments themselves: files have their own answers
+    std::fputs("ormelle_import: memory is short.\n", stderr);
+    return kFailed;
+  }
 }
