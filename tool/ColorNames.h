@@ -16,8 +16,7 @@ struct Background {
 /// The text with its Latin letters made small.
 std::string lowerCase(std::string text);
 
-/// A colour written as a name of the web's style sheets (CSS Color 4, in small or capital letters), "#rgb", "#rrggbb"
-/// or
+/// A colour written as a name of the web's style sheets (CSS Color 4, in letters of either size), "#rgb", "#rrggbb" or
 /// "#rrggbbaa"; nothing if the text is none of these.
 std::optional<Background> namedColor(const std::string& text);
 

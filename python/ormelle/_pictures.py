@@ -13,9 +13,9 @@ from pivy import coin
 
 from . import _core
 from ._calls import kind_of, shortened
+from ._data import Colour
 from ._nodes import cast, group
 
-Colour = "str | Sequence[float]"  # for type hints
 Scene = "coin.SoNode | Sequence[coin.SoNode]"
 
 

@@ -35,6 +35,9 @@ class ViewTest : public ToolTest {
     if (std::system("command -v xvfb-run >/dev/null && command -v xdotool >/dev/null") != 0)
       GTEST_SKIP() << "there is no xvfb-run or no xdotool";
   }
+
+  // What the viewer tells of a pixel of s.iv, in a picture of 200 x 200.
+  std::string tell(const std::string& pixel) { return run("view s.iv --size 200x200 --pick " + pixel, kDisplay).out; }
 };
 
 TEST_F(ViewTest, SaysInASentenceWhyItShowsNothing) {
@@ -88,9 +91,6 @@ TEST_F(ViewTest, TellsNumbersAsTheAxesWriteThem) {
              "Separator { PoCurve { point [ 40 0, 60 0, 70 0 ] } } "
              "Separator { Translation { translation 0 30 0 } PoLogAxis { start 0 0 0 end 95 } "
              "PoCurve { point [ 40 3, 60 3 ] } }");
-  const auto tell = [this](const char* pixel) {
-    return run(std::string("view s.iv --size 200x200 --pick ") + pixel, kDisplay).out;
-  };
   // Two pixels are a unit: day 60 of a leap year is the first of March.
   const std::string date = tell("118,102");
   EXPECT_EQ(date.rfind("PoCurve, nearest point 1 (2020-03-01 0 ppm) at 2020-0", 0), 0u) << date;
@@ -119,9 +119,6 @@ TEST_F(ViewTest, TellsBarsSlicesAndCurvesByNameAndValue) {
                          "sliceGroupActive TRUE sliceGroupMinValue 2 sliceGroupString \"rest\" } "
                          "Separator { Translation { translation 0.7 0 0 } "
                          "PoCurve { point [ -0.2 0, 0 0, 0.2 0 ] } }");
-  const auto tell = [this](const char* pixel) {
-    return run(std::string("view s.iv --size 200x200 --pick ") + pixel, kDisplay).out;
-  };
   EXPECT_EQ(tell("55,110"), "PoMultipleHistogram, \"out\", \"new\" 1\n");
   EXPECT_EQ(tell("110,110"), "PoPieChart2D, \"rest\" 2, 25 %\n");
   EXPECT_EQ(tell("174,100").rfind("PoCurve, nearest point 1 (0 0) at 0.04", 0), 0u) << tell("174,100");
