@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Runs clang-tidy over library, tool, Python module and examples as a build folder compiles them, several at a time.
+"""Runs clang-tidy over library, tool, Python module and examples as a build folder compiles them, several at a time; of
+benchmarks and quality runs it only sees the warnings of the compiler.
 
 usage: tools/tidy.py BUILD_FOLDER [JOBS]
 
@@ -21,6 +22,7 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 FOLDERS = ("src", "tool", "python", "examples")  # of the build folder
+ONLY_WARNINGS = ("bench", "quality")
 CACHE = pathlib.Path(os.environ.get("XDG_CACHE_HOME") or pathlib.Path.home() / ".cache") / "ormelle-tidy"
 
 
@@ -33,15 +35,20 @@ def output_of(entry):
     return pathlib.PurePath(words[words.index("-o") + 1])
 
 
-def preprocessed(entry):
-    """The text of a source after its includes and macros, as bytes; None if it can't be had."""
+def compiler(entry):
+    """The words that compile a source, but for those that say what becomes of it."""
     words = words_of(entry)
     if os.path.basename(words[0]) == "ccache":
         del words[0]
     output = words.index("-o")
     del words[output:output + 2]
     words.remove("-c")
-    result = subprocess.run(words + ["-E", "-w"], cwd=entry["directory"], capture_output=True)
+    return words
+
+
+def preprocessed(entry):
+    """The text of a source after its includes and macros, as bytes; None if it can't be had."""
+    result = subprocess.run(compiler(entry) + ["-E", "-w"], cwd=entry["directory"], capture_output=True)
     # Line markers hold the path of the checkout, which doesn't matter.
     return result.stdout.replace(os.fsencode(ROOT), b"") if result.returncode == 0 else None
 
@@ -53,7 +60,11 @@ def check(entry, build, salt):
     if passed and passed.exists():
         passed.touch()
         return ""
-    result = subprocess.run(["clang-tidy", "--quiet", "-p", build, entry["file"]], cwd=ROOT, capture_output=True, text=True)
+    if output_of(entry).parts[0] in ONLY_WARNINGS:
+        command, folder = compiler(entry) + ["-fsyntax-only"], entry["directory"]
+    else:
+        command, folder = ["clang-tidy", "--quiet", "-p", build, entry["file"]], ROOT
+    result = subprocess.run(command, cwd=folder, capture_output=True, text=True)
     if result.returncode == 0 and not result.stdout.strip():
         if passed:
             passed.touch()
@@ -72,7 +83,7 @@ def main():
     build = sys.argv[1]
     jobs = int(sys.argv[2]) if len(sys.argv) > 2 else os.cpu_count()
     commands = json.loads((pathlib.Path(build) / "compile_commands.json").read_text())
-    entries = [entry for entry in commands if output_of(entry).parts[0] in FOLDERS]
+    entries = [entry for entry in commands if output_of(entry).parts[0] in FOLDERS + ONLY_WARNINGS]
     version = subprocess.run(["clang-tidy", "--version"], capture_output=True, check=True).stdout
     salt = version + (ROOT / ".clang-tidy").read_bytes()
     CACHE.mkdir(parents=True, exist_ok=True)

@@ -169,7 +169,7 @@ TEST_F(BandsTest, TileValuesThatAreEqualToIsovalues) {
 }
 
 TEST_F(BandsTest, OfManyLevelsInACellLoseNothing) {
-  list.setRegularIsoList(-9.7F, 9.6F, 120);
+  list.setRegularIsoList(-9.7F, 9.6F, 60);
   for (const CutSurface& surface : surfacesOfAllClasses(noiseField(11))) {
     SCOPED_TRACE(surface.name);
     const std::vector<Band> bands = cut(surface);
