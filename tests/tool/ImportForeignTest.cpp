@@ -139,6 +139,30 @@ TEST_F(ImportForeign, DrawsHeightsThatAreNoLengthsAtASizeThatShowsThem) {
   EXPECT_NEAR(high - low, 1000 * factor[2], 1e-3) << "from the map at 0 to 1000 hPa";
 }
 
+// Series become curves over dates, with the values, names and units of the file; those of several sites one each.
+TEST_F(ImportForeign, MakesChartsOfSeriesOfNetcdf) {
+  const std::string scene = imported("gauge.nc", sampleNetcdfSeries());
+  expectValues(numbersAfter(scene, "# x coordinates"), {0.5, 1.5, 2.5, 2.75});
+  expectValues(valuesOf(scene, "water level (m)"), {6.5, kMissing, 4.75, 5});
+  expectValues(valuesOf(scene, "air_pressure (hPa)"), {1013, 1009.5, 998, kMissing});
+  expectValues(valuesOf(scene, "flow, north (m3/s)"), {10, 11, 12, 13});
+  expectValues(valuesOf(scene, "flow, quay (m3/s)"), {20, 21, 22, 23});
+  for (int set = 0; set < 4; ++set)
+    EXPECT_NE(scene.find("yValuesIndex " + std::to_string(set)), std::string::npos) << set;
+  EXPECT_NE(said().find("1 set over band was left out"), std::string::npos) << said();
+  EXPECT_EQ(said().find("site_name"), std::string::npos) << said();
+  // What a reader of the picture finds: the axis of time begins at the noon before the day that leap years have.
+  runWell("render scene.iv -o a.svg");
+  const std::string picture = readFile(path("a.svg"));
+  std::size_t at = 0;
+  for (const char* text : {">gauge<", "FEB 29 2000", "MAR 1 2000"}) {
+    at = picture.find(text, at);
+    ASSERT_NE(at, std::string::npos) << text;
+  }
+  for (const char* text : {">water level (m)<", ">air_pressure (hPa)<", ">flow, quay (m3/s)<", ">m3/s<", ">12h<"})
+    EXPECT_NE(picture.find(text), std::string::npos) << text;
+}
+
 TEST_F(ImportForeign, RefusesNetcdfThatPromisesTooMuch) {
   std::string bytes = sampleNetcdf();
   writeFile("cut.nc", bytes.substr(0, bytes.size() / 2));
