@@ -78,6 +78,21 @@ TEST_F(ImportForeign, RefusesWhatIsNoWholeFileOfGmsh) {
   writeFile("a.msh.opt", "SystemCall \"touch " + path("touched") + "\";\n");
   imported("a.msh", good);
   EXPECT_FALSE(std::filesystem::exists(path("touched")));
+  // Results for a node, a cell or a step that the library would write beyond its arrays.
+  for (const bool isVersion4 : {false, true}) {
+    for (const auto& [from, to] : {std::pair{"3\n0\n1\n8\n1 1 ", "3\n0\n1\n8\n2147483647 1 "},
+                                   {"3\n0\n1\n2\n11 10 ", "3\n2147483647\n1\n2\n11 10 "},
+                                   {"12 5 2 4 ", "12 2147483647 2 4 "}}) {
+      std::string bytes = sampleGmsh(isVersion4, false);
+      bytes.replace(bytes.find(from), std::string(from).size(), to);
+      writeFile("results.msh", bytes);
+      runBadly("convert results.msh a.iv", "can't be true");
+    }
+    std::string bytes = sampleGmsh(isVersion4, true);
+    bytes.replace(bytes.find("3\n0\n1\n8\n") + 8, 4, "\xff\xff\xff\x7f");
+    writeFile("results.msh", bytes);
+    runBadly("convert results.msh a.iv", "a number in its NodeData can't be true");
+  }
   writeFile("lie.msh", "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n$Nodes\n2000000000\n1 0 0 0\n$EndNodes\n");
   runBadly("convert lie.msh a.iv", "lie.msh");
 }
