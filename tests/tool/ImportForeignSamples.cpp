@@ -279,6 +279,28 @@ std::string sampleNetcdf() {
   return file.file();
 }
 
+std::string sampleNetcdfSeries() {
+  using W = NetcdfWriter;
+  W file;
+  file.dimensions = {{"time", 4}, {"lat", 1}, {"lon", 1}, {"band", 3}, {"site", 2}, {"letters", 5}};
+  const auto add = [&](const std::string& name, W::Type type, std::vector<std::int32_t> dimensions,
+                       const std::string& values, std::vector<W::Attribute> attributes) {
+    file.variables.push_back({name, type, std::move(dimensions), std::move(attributes), values});
+  };
+  add("time", W::DOUBLE, {0}, bigBytesOf<double>({12, 36, 60, 66}), {W::text("units", "hours since 2000-02-28 00:00")});
+  add("lat", W::FLOAT, {1}, bigBytesOf<float>({54}), {W::text("units", "degrees_north")});
+  add("lon", W::FLOAT, {2}, bigBytesOf<float>({8}), {W::text("units", "degrees_east")});
+  add("wl", W::SHORT, {0, 1, 2}, bigBytesOf<std::int16_t>({150, -32767, -25, 0}),
+      {W::text("long_name", "water level"), W::text("units", "m"), W::number("scale_factor", W::DOUBLE, 0.01),
+       W::number("add_offset", W::DOUBLE, 5.0), W::number("_FillValue", W::SHORT, std::int16_t{-32767})});
+  add("air_pressure", W::FLOAT, {0}, bigBytesOf<float>({1013, 1009.5F, 998, -1}),
+      {W::text("units", "hPa"), W::number("valid_min", W::FLOAT, 0.0F)});
+  add("site_name", W::CHAR, {4, 5}, std::string("north") + std::string("quay\0", 5), {});
+  add("flow", W::FLOAT, {0, 4}, bigBytesOf<float>({10, 20, 11, 21, 12, 22, 13, 23}), {W::text("units", "m3/s")});
+  add("gain", W::FLOAT, {3}, bigBytesOf<float>({1, 2, 4}), {});
+  return file.file();
+}
+
 std::string samplePly(const std::string& format) {
   const bool isText = format == "ascii", isBig = format == "binary_big_endian";
   std::string bytes = "ply\nformat " + format +
@@ -367,6 +389,7 @@ std::vector<std::pair<std::string, std::string>> foreignSamples() {
 #endif
 #ifdef ORMELLE_IMPORT_HAS_NETCDF
       {"grid.nc", sampleNetcdf()},
+      {"series.nc", sampleNetcdfSeries()},
 #endif
 #ifdef ORMELLE_IMPORT_HAS_TINYOBJ
       {"pyramid.obj", sampleObj()},

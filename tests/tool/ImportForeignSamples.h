@@ -15,6 +15,10 @@ std::string sampleGmsh(bool isVersion4, bool isBinary);
 /// "air temperature (K)" is packed: 273.15 + 0.01 (100 t + 24 z + 4 y + x), missing at x = 1, y = 2, z = 0; wind has
 /// the components u = x and v = y; "orog" is 10 x + y, NaN missing; "index" has one number for each time.
 std::string sampleNetcdf();
+/// A gauge at one place, at four times (from 2000-02-28 12:00: after 24, 48 and 54 hours): a packed water level of 6.5,
+/// a gap, 4.75 and 5 m, and a pressure of 1013, 1009.5, 998 hPa and one that isn't valid, a flow of 10 to 13 m3/s at
+/// the site "north" and of 20 to 23 at "quay"; beside them "gain" over a band.
+std::string sampleNetcdfSeries();
 
 /// Two triangles of a square, with normals, colours, a quality of vertices and a label of faces.
 std::string samplePly(const std::string& format);

@@ -78,6 +78,21 @@ TEST_F(ImportForeign, RefusesWhatIsNoWholeFileOfGmsh) {
   writeFile("a.msh.opt", "SystemCall \"touch " + path("touched") + "\";\n");
   imported("a.msh", good);
   EXPECT_FALSE(std::filesystem::exists(path("touched")));
+  // Results for a node, a cell or a step that the library would write beyond its arrays.
+  for (const bool isVersion4 : {false, true}) {
+    for (const auto& [from, to] : {std::pair{"3\n0\n1\n8\n1 1 ", "3\n0\n1\n8\n2147483647 1 "},
+                                   {"3\n0\n1\n2\n11 10 ", "3\n2147483647\n1\n2\n11 10 "},
+                                   {"12 5 2 4 ", "12 2147483647 2 4 "}}) {
+      std::string bytes = sampleGmsh(isVersion4, false);
+      bytes.replace(bytes.find(from), std::string(from).size(), to);
+      writeFile("results.msh", bytes);
+      runBadly("convert results.msh a.iv", "can't be true");
+    }
+    std::string bytes = sampleGmsh(isVersion4, true);
+    bytes.replace(bytes.find("3\n0\n1\n8\n") + 8, 4, "\xff\xff\xff\x7f");
+    writeFile("results.msh", bytes);
+    runBadly("convert results.msh a.iv", "a number in its NodeData can't be true");
+  }
   writeFile("lie.msh", "$MeshFormat\n2.2 0 8\n$EndMeshFormat\n$Nodes\n2000000000\n1 0 0 0\n$EndNodes\n");
   runBadly("convert lie.msh a.iv", "lie.msh");
 }
@@ -137,6 +152,30 @@ TEST_F(ImportForeign, DrawsHeightsThatAreNoLengthsAtASizeThatShowsThem) {
     high = std::max(high, vertex.position[2]);
   }
   EXPECT_NEAR(high - low, 1000 * factor[2], 1e-3) << "from the map at 0 to 1000 hPa";
+}
+
+// Series become curves over dates, with the values, names and units of the file; those of several sites one each.
+TEST_F(ImportForeign, MakesChartsOfSeriesOfNetcdf) {
+  const std::string scene = imported("gauge.nc", sampleNetcdfSeries());
+  expectValues(numbersAfter(scene, "# x coordinates"), {0.5, 1.5, 2.5, 2.75});
+  expectValues(valuesOf(scene, "water level (m)"), {6.5, kMissing, 4.75, 5});
+  expectValues(valuesOf(scene, "air_pressure (hPa)"), {1013, 1009.5, 998, kMissing});
+  expectValues(valuesOf(scene, "flow, north (m3/s)"), {10, 11, 12, 13});
+  expectValues(valuesOf(scene, "flow, quay (m3/s)"), {20, 21, 22, 23});
+  for (int set = 0; set < 4; ++set)
+    EXPECT_NE(scene.find("yValuesIndex " + std::to_string(set)), std::string::npos) << set;
+  EXPECT_NE(said().find("1 set over band was left out"), std::string::npos) << said();
+  EXPECT_EQ(said().find("site_name"), std::string::npos) << said();
+  // What a reader of the picture finds: the axis of time begins at the noon before the day that leap years have.
+  runWell("render scene.iv -o a.svg");
+  const std::string picture = readFile(path("a.svg"));
+  std::size_t at = 0;
+  for (const char* text : {">gauge<", "FEB 29 2000", "MAR 1 2000"}) {
+    at = picture.find(text, at);
+    ASSERT_NE(at, std::string::npos) << text;
+  }
+  for (const char* text : {">water level (m)<", ">air_pressure (hPa)<", ">flow, quay (m3/s)<", ">m3/s<", ">12h<"})
+    EXPECT_NE(picture.find(text), std::string::npos) << text;
 }
 
 TEST_F(ImportForeign, RefusesNetcdfThatPromisesTooMuch) {

@@ -283,7 +283,14 @@ TEST_F(Import, RefusesBrokenFilesOfVtk) {
   writeFile("cells.vtk", std::string(legacy).replace(legacy.find("CELLS 3 17"), 10, "CELLS 3 9"));
   const std::string binary = sampleGridLegacy(true);
   writeFile("binary.vtk", std::string(binary).replace(binary.find("CELL_DATA 2"), 11, "CELL_DATA -1"));
+  for (const char* type : {"ImageData", "RectilinearGrid", "StructuredGrid"}) {
+    std::string grid = sampleGridXml(type);
+    grid.replace(grid.find("<Piece Extent=\"0 2"), 18, "<Piece Extent=\"0 2147483647");
+    writeFile(std::string(type) + ".vti", grid);
+  }
   const std::size_t before = countFiles();
+  for (const char* type : {"ImageData", "RectilinearGrid", "StructuredGrid"})
+    runBadly("convert " + std::string(type) + ".vti out.iv", "its extent of 0 2147483647 0 1 0 1 can't be true");
   for (const auto& [file, part] : {std::pair{"cut_points.vtk", "breaks off in its POINTS"},
                                    {"cut_values.vtk", "breaks off in its FIELD"},
                                    {"word.vtk", "a number of its SCALARS is none"},

@@ -24,15 +24,23 @@ struct BuiltMesh {
   int dimension = 0;  ///< of the mesh: 1 for a series, 2, 3; 0 for lines and points
   std::size_t numNodes = 0, numCells = 0;
   std::vector<std::string> scalars, cellScalars, vectors, strings;  ///< the names of the sets, for a summary
-  /// The set to show first, if there is one with a defined value: its index, name, and what lies in it.
+  /// The set to show first, if there is one with a defined value: its index, name, the range of its colours (see
+  /// mainRange()), and how many values lie beyond.
   struct Shown {
     int index;
     std::string name;
     float low, high;
+    std::size_t numBeyond;
   };
   std::optional<Shown> shown;
-  /// Of a volume with parts where that set has no values: the set per cell that is NaN there.
-  std::optional<int> definedIndex;
+  /// Of a volume of which only a part is shown: a set per cell, and between which values of it the cells are. The node
+  /// that says so may have a name.
+  struct ShownCells {
+    int index;
+    double low, high;
+    std::string name;
+  };
+  std::optional<ShownCells> cells;
   Origin low{}, high{};  ///< of the coordinates that are drawn, the origin subtracted; of a series only x
   bool isEmpty = true;   ///< nothing finite to draw
 };

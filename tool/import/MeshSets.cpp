@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "ColorScale.h"
+
 namespace importer {
 
 namespace {
@@ -24,9 +26,11 @@ PbMesh::DataBinding bindingOf(Binding binding) {
 
 void noteShown(BuiltMesh& mesh, int index, const std::string& name, const std::vector<float>& values) {
   if (mesh.shown) return;
-  Range range;
-  for (const float value : values) range.add(value);
-  if (range.count > 0) mesh.shown = {index, name, static_cast<float>(range.low), static_cast<float>(range.high)};
+  const Range range = mainRange(values);
+  if (range.count == 0) return;
+  const auto isDefined = [](float value) { return std::isfinite(value); };
+  const auto numDefined = static_cast<std::size_t>(std::count_if(values.begin(), values.end(), isDefined));
+  mesh.shown = {index, name, static_cast<float>(range.low), static_cast<float>(range.high), numDefined - range.count};
 }
 
 // A surface is coloured by values of nodes only: the mean of the cells round each.
@@ -62,6 +66,9 @@ std::vector<float> definedCells(const PbMesh& mesh, const std::vector<float>& va
   return defined;
 }
 
+// Those for which a set has a value.
+BuiltMesh::ShownCells cellsWith(int set) { return {set, -3e38, 3e38, {}}; }
+
 // Sees to it that the skin of a volume can close round the cells where the set that is shown has values.
 void addDefinedCells(PoMeshProperty* node, BuiltMesh& mesh, int& numScalars) {
   const PbMesh& built = *node->getMesh();
@@ -70,12 +77,12 @@ void addDefinedCells(PoMeshProperty* node, BuiltMesh& mesh, int& numScalars) {
   const std::vector<float> values(start, start + built.getNumValues(shown));
   if (std::all_of(values.begin(), values.end(), [](float value) { return std::isfinite(value); })) return;
   if (built.getValuesBinding(shown) == PbMesh::PER_CELL) {
-    mesh.definedIndex = shown;
+    mesh.cells = cellsWith(shown);
     return;
   }
   const std::string name = "where " + mesh.shown->name + " has values";
-  mesh.definedIndex = numScalars++;
-  node->addValuesSet(*mesh.definedIndex, definedCells(built, values).data(), PbMesh::PER_CELL, name.c_str());
+  mesh.cells = cellsWith(numScalars++);
+  node->addValuesSet(mesh.cells->index, definedCells(built, values).data(), PbMesh::PER_CELL, name.c_str());
   mesh.cellScalars.push_back(name);
 }
 

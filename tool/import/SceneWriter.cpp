@@ -5,13 +5,14 @@
 #include <Inventor/nodes/SoSeparator.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <optional>
 #include <span>
 #include <sstream>
 
+#include "ColorScale.h"
 #include "MeshBuilder.h"
+#include "MeshCut.h"
 #include "MeshSets.h"
 #include "SceneText.h"
 
@@ -29,53 +30,6 @@ std::string nodeNameOf(const std::string& text) {
   for (const char c : text) name += std::isalnum(static_cast<unsigned char>(c)) && c > 0 ? c : '_';
   if (!name.empty() && std::isdigit(static_cast<unsigned char>(name[0]))) name.insert(0, "_");
   return name;
-}
-
-// ---- Round numbers --------------------------------------------------------------------------------------------------
-
-// Round numbers at one step that span the range: about `count` of them.
-std::vector<double> roundNumbers(double low, double high, int count) {
-  const RoundSteps steps = roundSteps(low, high, count, true);
-  std::vector<double> numbers;
-  for (double i = steps.first; i <= steps.last && numbers.size() < 100; ++i) numbers.push_back(i * steps.step);
-  return numbers;
-}
-
-// From cold to warm; light enough to leave room for shades.
-using Color = std::array<double, 3>;
-constexpr std::array<Color, 8> kScale{{{0.25, 0.18, 0.50},
-                                       {0.27, 0.36, 0.72},
-                                       {0.25, 0.55, 0.79},
-                                       {0.44, 0.74, 0.80},
-                                       {0.75, 0.88, 0.78},
-                                       {0.98, 0.86, 0.50},
-                                       {0.94, 0.53, 0.27},
-                                       {0.74, 0.16, 0.17}}};
-
-Color colorAt(double part) {
-  const double place = std::clamp(part, 0.0, 1.0) * (kScale.size() - 1);
-  const auto below = std::min(static_cast<std::size_t>(place), kScale.size() - 2);
-  const double rest = place - static_cast<double>(below);
-  Color color{};
-  for (std::size_t i = 0; i < 3; ++i) color[i] = kScale[below][i] * (1 - rest) + kScale[below + 1][i] * rest;
-  return color;
-}
-
-// Levels, with one more between any two of them, so that no colour of the scale is passed over.
-std::string mappingText(const std::vector<double>& shownLevels) {
-  std::vector<double> levels{shownLevels[0]};
-  for (std::size_t i = 1; i < shownLevels.size(); ++i) {
-    levels.push_back((shownLevels[i - 1] + shownLevels[i]) / 2);
-    levels.push_back(shownLevels[i]);
-  }
-  std::string values, colors;
-  for (std::size_t i = 0; i < levels.size(); ++i) {
-    const Color color = colorAt(static_cast<double>(i) / static_cast<double>(levels.size() - 1));
-    const char* separator = i > 0 ? ", " : "";
-    values += separator + numberText(levels[i]);
-    colors += separator + numberText(color[0]) + " " + numberText(color[1]) + " " + numberText(color[2]);
-  }
-  return "PoNonLinearDataMapping2 { value [ " + values + " ] color [ " + colors + " ] }\n";
 }
 
 // ---- Cameras --------------------------------------------------------------------------------------------------------
@@ -171,45 +125,15 @@ SoCamera* makeSolidCamera(const Box& box, int upAxis) {
 
 // ---- Meshes ---------------------------------------------------------------------------------------------------------
 
-// Numbers of usual size are written in full, with the decimals of their step.
-std::string formatText(const std::vector<double>& levels) {
-  const double size = std::max(std::abs(levels.front()), std::abs(levels.back()));
-  const double step = levels[1] - levels[0];
-  if (size >= 1e6 || step < 1e-4) return {};
-  const int decimals = decimalsOf(step);
-  const bool isBetween = std::abs(step * std::pow(10.0, decimals) - std::round(step * std::pow(10.0, decimals))) > 1e-6;
-  return "PoNumericDisplayFormat { formatType FLOAT_FORMAT numDecimal " +
-         std::to_string(decimals + (isBetween ? 1 : 0)) + " }\n";
-}
-
-std::string legendText(const std::string& title, const std::vector<double>& levels) {
-  std::ostringstream text;
-  text << "Annotation {\n"
-          "  OrthographicCamera { position 0 0 1 nearDistance 0.5 farDistance 1.5 height 2 }\n"
-          "  LightModel { model BASE_COLOR }\n"
-          "  BaseColor { rgb 0.13 0.15 0.18 }\n"
-          "  PoMiscTextAttr { fontName \"DejaVu Sans\" lineLength 0 endLineChar 10 }\n"
-       << formatText(levels)
-       << "  PoNonLinearValueLegend3 {\n"
-          "    start -0.85 -0.98\n    end 0.85 -0.72\n"
-          "    incrementType HORIZONTAL_INCREMENT\n    valuePosition POS_BOTTOM\n"
-          "    lowerUpperBoxes FALSE\n    periodValue 2\n"
-       << "    numColumns " << levels.size() << "\n"
-       << "    titleVisibility VISIBILITY_ON\n    titlePosition POS_TOP\n    titleFontSize 0.065\n    titleString "
-       << quoted(title)
-       << "\n    backgroundBorderApp AppearanceKit { drawStyle DrawStyle { style INVISIBLE } }\n  }\n}\n";
-  return text.str();
-}
-
 std::string representationText(const BuiltMesh& mesh) {
   std::string coloring;
   if (mesh.shown) coloring = " valuesIndex " + std::to_string(mesh.shown->index) + " coloringType COLOR_MAPPING";
   if (mesh.dimension == 2) return "PoMeshFilled { creaseAngle 0.6" + coloring + " }\n";
   std::string filter;
-  if (mesh.definedIndex) {
-    // The skin closes round the cells that have values.
-    filter = "PoIntervalCellFilter { min -3e38 max 3e38 }\n";
-    coloring += " valuesIndexForCellFilter " + std::to_string(*mesh.definedIndex);
+  if (mesh.cells) {
+    filter = (mesh.cells->name.empty() ? "" : "DEF " + mesh.cells->name + " ") + "PoIntervalCellFilter { min " +
+             numberText(mesh.cells->low) + " max " + numberText(mesh.cells->high) + " }\n";
+    coloring += " valuesIndexForCellFilter " + std::to_string(mesh.cells->index);
   }
   return filter + "PolygonOffset {}\nPoMeshSkin { creaseAngle 0.6" + coloring + " }\n";
 }
@@ -228,16 +152,24 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, Dataset& data) {
   box.high[2] *= stretch;
   root->addChild(isFlat(box) ? makeFlatCamera(box) : makeSolidCamera(box, data.upAxis));
 
-  std::vector<double> levels;
+  std::optional<ColorScale> scale;
+  std::size_t numBeyond = 0;
   if (shown) {
     double low = shown->low, high = shown->high;
     for (const BuiltMesh& mesh : meshes)
       if (mesh.shown && mesh.shown->name == shown->name) {
         low = std::min(low, static_cast<double>(mesh.shown->low));
         high = std::max(high, static_cast<double>(mesh.shown->high));
+        numBeyond += mesh.shown->numBeyond;
       }
-    levels = roundNumbers(low, high, 6);
-    addNodes(root, mappingText(levels));
+    scale.emplace(low, high);
+    addNodes(root, scale->mappingText(numBeyond > 0));
+    if (numBeyond > 0) {
+      std::ostringstream range;
+      range << low << " to " << high;
+      data.note(counted(numBeyond, "value", "values") + " of \"" + shown->name + "\" far from the others " +
+                (numBeyond == 1 ? "is" : "are") + " grey; the colours are those from " + range.str());
+    }
   }
   SoSeparator* drawn = root;
   if (stretch != 1) {
@@ -259,7 +191,7 @@ void addMeshes(SoSeparator* root, std::span<BuiltMesh> meshes, Dataset& data) {
     group->addChild(mesh.node);
     if (mesh.dimension > 0) addNodes(group, representationText(mesh));
   }
-  if (shown) addNodes(root, legendText(shown->name, levels));
+  if (shown) addNodes(root, scale->legendText(shown->name, numBeyond > 0));
 }
 
 // ---- Summaries ------------------------------------------------------------------------------------------------------
@@ -347,6 +279,7 @@ ImportedScene makeScene(Dataset& data) {
       meshes.push_back(std::move(mesh));
     }
   if (meshes.empty()) throw Failure("there is nothing in it that makes a mesh");
+  if (meshes.size() == 1) cutOpen(meshes[0], data);
   if (origin != Origin{}) {
     scene.root->addChild(tool::makeOriginNode(origin));
     std::string text = tool::textOf(origin).substr(7);

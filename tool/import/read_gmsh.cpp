@@ -14,6 +14,7 @@
 #include <unordered_map>
 
 #include "Readers.h"
+#include "read_gmsh_guard.h"
 
 namespace importer {
 
@@ -406,6 +407,7 @@ class ModelReader {
 Dataset readGmsh(const std::string& file) {
   const OpenMesh open(file);
   checkFrame(open);
+  refuseBrokenGmsh(file);
   Dataset data;
   Session session;
   session.load(open.name(), data);

@@ -111,9 +111,12 @@ class GridReader {
   }
 
   void takeFields() {
+    findMemberNames();
     for (const Variable& variable : m_file.variables()) {
       if (variable.isCoordinate) continue;
       if (!variable.isNumber()) {
+        const auto names = variable.isTexts() ? m_memberNames.find(variable.dimensions[0]) : m_memberNames.end();
+        if (names != m_memberNames.end() && names->second == &variable) continue;
         m_data.note("the variable \"" + variable.name + "\" holds no numbers and was left out");
         continue;
       }
@@ -132,6 +135,10 @@ class GridReader {
   }
 
   void takeField(const Variable& variable) {
+    if (const std::optional<Members> members = membersOf(variable)) {
+      takeMembers(variable, *members);
+      return;
+    }
     const Layout layout = layoutOf(variable);
     if (layout.numShown == 0) {
       takeSeries(variable);
@@ -245,7 +252,57 @@ class GridReader {
     m_data.note("the variable \"" + variable.name + "\" is a single number and was left out");
   }
 
-  void takeSeries(const Variable& variable, Layout layout) {
+  // Series of several members over one time, as those of stations are kept: the places of these two among the
+  // dimensions.
+  struct Members {
+    std::size_t time, member;
+  };
+
+  std::optional<Members> membersOf(const Variable& variable) const {
+    std::optional<std::size_t> time, member;
+    for (std::size_t i = 0; i < variable.dimensions.size(); ++i) {
+      if (m_file.lengthOf(variable.dimensions[i]) < 2) continue;
+      const Role role = m_axes[static_cast<std::size_t>(variable.dimensions[i])].role;
+      std::optional<std::size_t>& place = role == Role::TIME ? time : member;
+      if (place || (role != Role::TIME && role != Role::OTHER)) return std::nullopt;
+      place = i;
+    }
+    return time && member ? std::optional(Members{*time, *member}) : std::nullopt;
+  }
+
+  void findMemberNames() {
+    std::set<int> dimensions;
+    for (const Variable& variable : m_file.variables())
+      if (const auto places = variable.isNumber() && !variable.isCoordinate ? membersOf(variable) : std::nullopt)
+        dimensions.insert(variable.dimensions[places->member]);
+    for (const Variable& variable : m_file.variables())
+      if (variable.isTexts() && dimensions.count(variable.dimensions[0]) > 0)
+        m_memberNames.try_emplace(variable.dimensions[0], &variable);
+  }
+
+  void takeMembers(const Variable& variable, const Members& places) {
+    constexpr std::size_t kMostMembers = 32;
+    const int dimension = variable.dimensions[places.member];
+    const std::size_t count = m_file.lengthOf(dimension), numTaken = std::min(count, kMostMembers);
+    if (numTaken < count)
+      m_data.note("of the " + std::to_string(count) + " series over " + m_file.nameOf(dimension) + " the first " +
+                  std::to_string(numTaken) + " were taken");
+    const auto names = m_memberNames.find(dimension);
+    std::vector<std::string> texts(numTaken);
+    if (names != m_memberNames.end()) texts = m_file.textsOf(*names->second, numTaken);
+    for (std::size_t member = 0; member < numTaken; ++member) {
+      Layout layout;
+      layout.start.assign(variable.dimensions.size(), 0);
+      layout.count.assign(variable.dimensions.size(), 1);
+      layout.start[places.member] = member;
+      layout.count[places.time] = m_file.lengthOf(variable.dimensions[places.time]);
+      layout.place[0] = static_cast<int>(places.time);
+      takeSeries(variable, layout,
+                 !texts[member].empty() ? texts[member] : m_file.nameOf(dimension) + " " + std::to_string(member + 1));
+    }
+  }
+
+  void takeSeries(const Variable& variable, Layout layout, const std::string& member = {}) {
     int along = -1;
     for (const int place : layout.place)
       if (place >= 0 && layout.count[static_cast<std::size_t>(place)] > 1) along = place;
@@ -261,7 +318,7 @@ class GridReader {
       part.piece.axes[0] = coordinatesOf(dimension);
       part.piece.days = daysOf(axis);
     }
-    part.piece.scalars.push_back({variable.title(), Binding::NODE, valuesOf(variable, layout)});
+    part.piece.scalars.push_back({variable.title(member), Binding::NODE, valuesOf(variable, layout)});
     part.variables.push_back(&variable);
   }
 
@@ -282,6 +339,7 @@ class GridReader {
   std::string m_title;
   int m_timeStep;
   std::vector<NetcdfAxis> m_axes;
+  std::map<int, const Variable*> m_memberNames;  // by the dimension of the members
   std::map<std::array<int, 4>, Part> m_pieces;
 };
 

@@ -110,14 +110,18 @@ bool isOneOf(const std::string& word, std::initializer_list<const char*> words) 
   return std::any_of(words.begin(), words.end(), [&](const char* other) { return word == other; });
 }
 
-std::string NetcdfVariable::title() const {
-  const std::string word = longName.empty() ? name : longName;
+std::string NetcdfVariable::title(const std::string& member) const {
+  const std::string word = (longName.empty() ? name : longName) + (member.empty() ? "" : ", " + member);
   return units.empty() || units == "1" ? word : word + " (" + units + ")";
 }
 
 bool NetcdfVariable::isNumber() const {
   return type == NC_BYTE || type == NC_UBYTE || type == NC_SHORT || type == NC_USHORT || type == NC_INT ||
          type == NC_UINT || type == NC_INT64 || type == NC_UINT64 || type == NC_FLOAT || type == NC_DOUBLE;
+}
+
+bool NetcdfVariable::isTexts() const {
+  return (type == NC_STRING && dimensions.size() == 1) || (type == NC_CHAR && dimensions.size() == 2);
 }
 
 // ---- The inventory --------------------------------------------------------------------------------------------------
@@ -187,6 +191,29 @@ void NetcdfFile::noteAttributes(int count, Dataset& data) const {
 
 std::string NetcdfFile::text(const NetcdfVariable& variable, const char* attribute) const {
   return textAttribute(m_id, variable.id, attribute);
+}
+
+std::vector<std::string> NetcdfFile::textsOf(const NetcdfVariable& variable, std::size_t atMost) const {
+  constexpr std::size_t kLongest = 1024;
+  const std::size_t count = std::min(lengthOf(variable.dimensions[0]), atMost);
+  std::vector<std::string> texts(count);
+  const std::array<std::size_t, 2> start{0, 0};
+  if (variable.type == NC_STRING) {
+    std::vector<char*> pointers(count, nullptr);
+    require(nc_get_vara_string(m_id, variable.id, start.data(), &count, pointers.data()));
+    for (std::size_t i = 0; i < count; ++i) texts[i] = std::string(pointers[i] ? pointers[i] : "").substr(0, kLongest);
+    nc_free_string(count, pointers.data());
+    return texts;
+  }
+  const std::size_t length = std::min(lengthOf(variable.dimensions[1]), kLongest);
+  const std::array<std::size_t, 2> counts{count, length};
+  std::string bytes(count * length, '\0');
+  require(nc_get_vara_text(m_id, variable.id, start.data(), counts.data(), bytes.data()));
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string text = bytes.substr(i * length, length);
+    texts[i] = trimmed(std::string_view(text).substr(0, text.find('\0')));
+  }
+  return texts;
 }
 
 // ---- Numbers --------------------------------------------------------------------------------------------------------

@@ -24,10 +24,12 @@ struct NetcdfVariable {
   std::string units, standardName, longName;
   bool isCoordinate = false;
 
-  /// What people call it: its name with the unit.
-  std::string title() const;
+  /// What people call it: its name with the unit. `member` says which of several it is.
+  std::string title(const std::string& member = {}) const;
   /// Whether it holds numbers rather than texts or compounds.
   bool isNumber() const;
+  /// Whether it holds a text for each index along its first dimension.
+  bool isTexts() const;
 };
 
 /// An open file: its dimensions and variables, and their numbers with packing undone and missing values as NaN. What
@@ -48,6 +50,9 @@ class NetcdfFile {
 
   /// An attribute as text, without control characters; empty if there is none.
   std::string text(const NetcdfVariable& variable, const char* attribute) const;
+
+  /// The first of the texts of a variable of such.
+  std::vector<std::string> textsOf(const NetcdfVariable& variable, std::size_t atMost) const;
 
   /// Throws Failure for more than fits into memory, or more than a file without compression holds.
   void checkSize(const NetcdfVariable& variable) const;

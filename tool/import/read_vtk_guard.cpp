@@ -8,13 +8,14 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <initializer_list>
 #include <memory>
+#include <sstream>
 #include <string_view>
 
 #include "Dataset.h"
+#include "Words.h"
 
 namespace importer {
 
@@ -37,8 +38,24 @@ constexpr std::array kCounts{Count{" NumberOfComponents=\"", kMostComponents},
                              Count{" NumberOfPolys=\"", 0},
                              Count{" NumberOfTuples=\"", 0}};
 
+// Of grids, unless what the file holds of them is in other files.
+constexpr std::array kGrids{"\"ImageData\"", "\"RectilinearGrid\"", "\"StructuredGrid\""};
+
 // No packing of the formats makes a byte out of less than a thousandth.
 constexpr std::uintmax_t kMostPacked = 1000;
+
+// Of the attributes WholeExtent and Extent: from where to where nodes run along each axis.
+void refuseExtents(std::string_view text, std::uintmax_t fileSize) {
+  constexpr std::string_view start = "Extent=\"";
+  for (std::size_t at = text.find(start); at != std::string_view::npos; at = text.find(start, at + start.size())) {
+    const std::string_view rest = text.substr(at + start.size());
+    const std::string value(rest.substr(0, std::min<std::size_t>(rest.find('"'), 100)));
+    std::istringstream numbers(value);
+    double count = 1, low = 0, high = 0;
+    for (int axis = 0; axis < 3 && numbers >> low >> high; ++axis) count *= std::max(high - low + 1, 0.0);
+    if (count > static_cast<double>(fileSize) * kMostPacked) throw Failure("its extent of " + value + " can't be true");
+  }
+}
 
 void refuseLies(std::string_view text, std::uintmax_t fileSize) {
   constexpr std::string_view start = " NumberOf";
@@ -47,7 +64,9 @@ void refuseLies(std::string_view text, std::uintmax_t fileSize) {
     for (const Count& count : kCounts) {
       if (!rest.starts_with(count.attribute)) continue;
       const std::string_view value = rest.substr(count.attribute.size());
-      const std::string_view digits = value.substr(0, value.find('"'));
+      const std::size_t end = value.find('"');
+      if (end == std::string_view::npos) continue;  // seen whole with what is read next
+      const std::string_view digits = value.substr(0, end);
       std::uintmax_t number = 0;
       const std::from_chars_result result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
       const std::uintmax_t most = count.most > 0 ? count.most : fileSize * kMostPacked;
@@ -58,61 +77,6 @@ void refuseLies(std::string_view text, std::uintmax_t fileSize) {
 }
 
 // ---- Legacy files ---------------------------------------------------------------------------------------------------
-
-// Reads words and lines of a file.
-class Words {
- public:
-  explicit Words(const std::string& file) : m_in(std::fopen(file.c_str(), "rb"), &std::fclose) {
-    std::error_code error;
-    m_size = std::filesystem::file_size(file, error);
-  }
-
-  bool isOpen() const { return m_in != nullptr; }
-
-  // The rest of the line.
-  std::string line() {
-    std::string text;
-    for (int c = next(); c != EOF && c != '\n'; c = next())
-      if (text.size() < kLongest) text += static_cast<char>(c);
-    return text;
-  }
-  // Empty at the end.
-  std::string word() {
-    std::string text;
-    int c = next();
-    while (c != EOF && std::isspace(c)) c = next();
-    for (; c != EOF && !std::isspace(c); c = next())
-      if (text.size() < kLongest) text += static_cast<char>(c);
-    if (c != EOF) std::ungetc(c, m_in.get());
-    return text;
-  }
-  // Passes by bytes; false if there are fewer.
-  bool skip(std::uintmax_t numBytes) {
-    const long at = std::ftell(m_in.get());
-    return at >= 0 && numBytes <= m_size - std::min(m_size, static_cast<std::uintmax_t>(at)) &&
-           std::fseek(m_in.get(), static_cast<long>(numBytes), SEEK_CUR) == 0;
-  }
-  // Four bytes, the highest first.
-  std::uint32_t bigNumber() {
-    std::uint32_t number = 0;
-    for (int i = 0; i < 4; ++i) number = number << 8 | (static_cast<std::uint32_t>(next()) & 255U);
-    return number;
-  }
-
- private:
-  static constexpr std::size_t kLongest = 1000;
-
-  int next() { return std::getc(m_in.get()); }
-
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> m_in;
-  std::uintmax_t m_size = 0;
-};
-
-bool isNumber(const std::string& word) {
-  char* end = nullptr;
-  std::strtod(word.c_str(), &end);
-  return !word.empty() && *end == '\0';
-}
 
 // Follows a legacy file through what it announces.
 class LegacyGuard {
@@ -279,10 +243,15 @@ void refuseLies(const std::string& file) {
   constexpr std::size_t kOverlap = 256;
   std::string text;
   std::array<char, 1 << 16> buffer{};
+  bool isGrid = false;
   while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), in.get())) {
     text.append(buffer.data(), count);
     const std::size_t appended = text.find("<AppendedData");
-    refuseLies(std::string_view(text).substr(0, appended), size);
+    const std::string_view elements = std::string_view(text).substr(0, appended);
+    refuseLies(elements, size);
+    isGrid = isGrid || std::any_of(kGrids.begin(), kGrids.end(),
+                                   [&](const char* type) { return elements.find(type) != std::string_view::npos; });
+    if (isGrid) refuseExtents(elements, size);
     if (appended != std::string::npos) return;
     if (text.size() > kOverlap) text.erase(0, text.size() - kOverlap);
   }
