@@ -4,6 +4,7 @@
 #include "Failure.h"
 #include "FileKind.h"
 #include "Frames.h"
+#include "IdleKits.h"
 #include "Import.h"
 #include "SceneCheck.h"
 #include "graph/toolkit/offscreen/PiAnimatedPng.h"
@@ -47,6 +48,7 @@ void render(const RenderOptions& options) {
   for (int frame = 0; frame < options.frames; ++frame) {
     frames.show(frame);
     if (!offscreen.draw(frames.root())) throw Failure(scene.file + ": " + offscreen.error());
+    if (frame == 0) tellIdleKits(scene.root.get(), scene.file);
     const std::string file = options.frames > 1 && !isAnimated ? numberedName(options.picture, frame) : options.picture;
     const std::string problem =
         isAnimated ? animation.add(offscreen.picture()) : offscreen.picture().writePng(file, options.dpi);

@@ -1,4 +1,5 @@
 #include "Commands.h"
+#include "IdleKits.h"
 #include "Import.h"
 #include "Notes.h"
 #include "out/SceneFiles.h"
@@ -17,6 +18,7 @@ void renderVector(const RenderOptions& options) {
   const Scene scene = readAnyScene(options.scene);
   Notes notes;
   notes.add(writeVectorPicture(scene.root.get(), scene.file, format, options.picture));
+  tellIdleKits(scene.root.get(), scene.file);
   notes.tell(options.picture);
 }
 

@@ -159,6 +159,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// Tells the kit that `object`, to which it is connected, changed or died; see PbBase::getChangeType().
   virtual void basicObjectChange(PbBase* object);
 
+  using SoBaseKit::setPart;
   SoNode* copy(SbBool copyConnections = FALSE) const override;
   SbBool affectsState() const override { return FALSE; }
   void search(SoSearchAction* action) override;
@@ -245,6 +246,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   /// The same for the kit of appearance in another part: of a file of fields, it holds what the application styled.
   void leaveStyleOutOfFile(SoSFNode& style, const std::vector<SbName>& generated);
 
+  SbBool setPart(int partNumber, SoNode* node) override;
   SbBool setUpConnections(SbBool onOff, SbBool doItAlways = FALSE) override;
   void setDefaultOnNonWritingFields() override;
   void copyContents(const SoFieldContainer* from, SbBool copyConnections) override;
@@ -265,6 +267,7 @@ class ORMELLE_API PoBase : public SoBaseKit {
   void rebuildOrMark();
   void noteChange(SoField* field);
   void connectCallbackParts();
+  void dropStrayParts(int parentNumber);
 
   static NodeWriteFormat m_nodeWriteFormat;
   static TextType m_textType;

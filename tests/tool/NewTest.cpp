@@ -24,7 +24,7 @@ TEST_F(NewTest, EveryKindIsListedAndDraws) {
                     static_cast<int>(kit["texts"].size()),
                 0)
           << kit["type"];
-    runWell("render " + kind + ".iv -o " + kind + ".png --size 160x120 --samples 1");
+    EXPECT_EQ(runWell("render " + kind + ".iv -o " + kind + ".png --size 160x120 --samples 1").err, "");
     const Png png = readPng(path(kind + ".png"));
     int drawn = 0;
     for (int y = 0; y < png.height; ++y)
@@ -41,6 +41,46 @@ TEST_F(NewTest, EveryKindIsListedAndDraws) {
   EXPECT_NE(readFile(std::string(sources) + "/docs/tool.md").find("\n\n" + inDocs + "\n"), std::string::npos)
       << "docs/tool.md doesn't list these kinds:\n"
       << inDocs;
+}
+
+// Edits that leave a kit with nothing to show, or without its colours, and what is said about them.
+TEST_F(NewTest, EditsThatShowNothingGetASentence) {
+  struct Edit {
+    const char* kind;
+    const char* from;
+    const char* to;
+    const char* sentence;
+  };
+  const Edit edits[] = {
+      {"map", "valuesIndex 0", "valuesIndex 3",
+       "PoMeshFilled has no colours of its own: the mesh has no set of values 3, only 0 \"height\""},
+      {"map", "COLOR_MAPPING", "COLOR_CONTOURING",
+       "has no colours of its own: there is no list of isovalues before it"},
+      {"map", "PoMeshFilled {", "PoMeshSkin {", "PoMeshSkin shows nothing: it is for volumes, and the mesh is none"},
+      {"contours", "isovaluesList [ 350, 400, 450, 500, 550, 600, 650, 700 ]", "isovaluesList [ 5000, 6000 ]",
+       "PoMeshContouring shows nothing: the isovalues, 5000 to 6000, lie outside the values \"height\", 355 to 738"},
+      {"level", "levelValue 700", "levelValue 7000",
+       "PoMeshLevelSurf shows nothing: its levelValue 7000 lies outside the values \"temperature\", 60 to 1020"},
+      {"section", "plane 0 1 0 2.3", "plane 0 1 0 23", "PoMeshCrossSection shows nothing: its plane meets no cell"},
+      {"flow", "vecsIndex 0", "vecsIndex 1", "PoStreamLine shows nothing: the mesh has no set of vectors 1, only 0"},
+      {"flow", "maxLength 9.5", "startPoints 99 99 0",
+       "PoStreamLine shows nothing: nothing flows from its startPoints"},
+      {"timeseries", "endDate \"31-12-2024\"", "endDate \"2024-12-31\"", "PoTimeAxis shows nothing"},
+  };
+  for (const Edit& edit : edits) {
+    SCOPED_TRACE(std::string(edit.kind) + ": " + edit.to);
+    std::string scene = runWell(std::string("new ") + edit.kind).out;
+    const std::size_t place = scene.find(edit.from);
+    ASSERT_NE(place, std::string::npos);
+    scene.replace(place, std::string(edit.from).size(), edit.to);
+    writeFile("edited.iv", scene);
+    for (const char* picture : {"edited.png", "edited.svg"}) {
+      const ToolRun told = run(std::string("render edited.iv --size 80x60 -o ") + picture);
+      EXPECT_EQ(told.status, 0);
+      EXPECT_NE(told.err.find("edited.iv: "), std::string::npos) << told.err;
+      EXPECT_NE(told.err.find(edit.sentence), std::string::npos) << told.err;
+    }
+  }
 }
 
 TEST_F(NewTest, OverwritesOnlyByForce) {

@@ -226,6 +226,17 @@ TEST_F(Render, LightsAndKeepsLights) {
   EXPECT_LT(readPng(path("a.png")).at(16, 16)[1], 20) << "a light was added to a scene with lights of its own";
 }
 
+// A surface that has no light of its own is seen from below, too, where the lamps above don't reach.
+TEST_F(Render, LightsSurfacesFromBelow) {
+  writeScene("s.iv",
+             "ShapeHints { vertexOrdering COUNTERCLOCKWISE } Material { diffuseColor 1 1 1 } "
+             "Coordinate3 { point [ -1 0 1, 1 0 1, 1 0 -1, -1 0 -1 ] } FaceSet {}");
+  for (const char* view : {"--view 0,1,-0.4", "--view 1,0.4,0", "--view=-1,0.4,0.3"}) {
+    runWell(std::string("render s.iv --size 64x64 -o s.png ") + view);
+    EXPECT_GT(readPng(path("s.png")).at(32, 32)[0], 90) << view;
+  }
+}
+
 TEST_F(Render, ReadsPicturesBesideTheScene) {
   std::filesystem::create_directory(path("sub"));
   // A texture of one red pixel, in the toolkit's own SGI picture format's stead: the field holds it as a file would.

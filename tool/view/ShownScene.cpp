@@ -16,6 +16,7 @@
 #include <cstdlib>
 
 #include "Failure.h"
+#include "IdleKits.h"
 #include "Import.h"
 #include "SceneCheck.h"
 
@@ -92,6 +93,7 @@ ShownScene::ShownScene(const std::string& file, const SbViewportRegion& viewport
   }
   // Texts of a fixed size on the screen have one in the scene only now that there is a camera.
   if (boxOf(m_stage->root(), viewport).isEmpty()) throw tool::Failure(file + ": there is nothing to draw");
+  tool::tellIdleKits(m_stage->root(), file);
   if (m_camera && m_stage->hasCamera()) m_cameraInFile = textOf(m_camera);
 }
 

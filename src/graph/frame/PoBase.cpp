@@ -6,6 +6,7 @@
 #include <Inventor/actions/SoSearchAction.h>
 #include <Inventor/caches/SoCache.h>
 #include <Inventor/elements/SoTextOutlineEnabledElement.h>
+#include <Inventor/misc/SoChildList.h>
 #include <Inventor/misc/SoState.h>
 #include <Inventor/nodekits/SoAppearanceKit.h>
 #include <Inventor/nodes/SoCallback.h>
@@ -89,6 +90,28 @@ void PoBase::connectCallbackParts() {
   first->setCallback(m_customCatchActionCB ? m_customCatchActionCB : &PoBase::catchActionCB, this);
   auto* second = static_cast<SoCallback*>(getAnyPart("catchActionLevel2Callback", TRUE));
   second->setCallback(&PoBase::catchActionLevel2CB, nullptr);
+}
+
+// An application may put a node of its own in place of a part that holds others, with setPart() or through the field.
+// The toolkit still counts those as parts, and removes or inserts at place -1 of a group that hasn't got them.
+void PoBase::dropStrayParts(int parentNumber) {
+  const SoNodekitCatalog& catalog = *getNodekitCatalog();
+  if (parentNumber > 0) dropStrayParts(catalog.getParentPartNumber(parentNumber));
+  const auto partAt = [&](int number) { return static_cast<SoSFNode*>(getField(catalog.getName(number))); };
+  SoNode* parent = parentNumber > 0 ? partAt(parentNumber)->getValue() : this;
+  const SoChildList* present = parent ? parent->getChildren() : nullptr;
+  for (int number = 1; number < catalog.getNumEntries(); ++number) {
+    SoSFNode* part = catalog.getParentPartNumber(number) == parentNumber ? partAt(number) : nullptr;
+    if (!part || !part->getValue() || (present && present->find(part->getValue()) >= 0)) continue;
+    const Quiet quiet(*this);
+    part->setValue(nullptr);
+  }
+}
+
+SbBool PoBase::setPart(int partNumber, SoNode* node) {
+  const int parentNumber = getNodekitCatalog()->getParentPartNumber(partNumber);
+  if (parentNumber >= 0) dropStrayParts(parentNumber);
+  return SoBaseKit::setPart(partNumber, node);
 }
 
 SbBool PoBase::setUpConnections(SbBool onOff, SbBool doItAlways) {

@@ -205,6 +205,35 @@ TEST_F(LifeTest, OneCallbackBeforeAndAfterARebuild) {
   EXPECT_EQ(second, 3);
 }
 
+// The parts that a replaced one held are no parts any more: neither its end nor another rebuild looks for them in vain.
+TEST_F(LifeTest, AnApplicationMayReplaceAPartThatHoldsOthers) {
+  for (const bool isByField : {false, true}) {
+    SCOPED_TRACE(isByField);
+    const NodePtr<FakeKit> own(new FakeKit);
+    root->addChild(own.get());
+    traverse();
+    auto* group = new SoSeparator;
+    group->addChild(new SoDrawStyle);
+    if (isByField)
+      static_cast<SoSFNode*>(own->getField("alternateRep"))->setValue(group);
+    else
+      EXPECT_TRUE(own->setPart("alternateRep", group));
+    root->removeChild(own.get());
+    const NodePtr<FakeKit> left(new FakeKit);
+    EXPECT_TRUE(left->setPart("alternateRep", new SoSeparator)) << "of a kit that goes without a traversal";
+
+    own->touchKit();
+    root->addChild(own.get());
+    traverse();
+    EXPECT_EQ(own->rebuilds, 2);
+    const SoNode* cube = own->getPart("cube", FALSE);
+    ASSERT_TRUE(cube);
+    EXPECT_GE(group->findChild(cube), 0);
+    EXPECT_GE(group->findChild(own->getPart("appearance", FALSE)), 0);
+    root->removeChild(own.get());
+  }
+}
+
 TEST_F(LifeTest, WrittenFieldsBuildTheSameAgain) {
   kit->size = 4;
   auto* style = new SoDrawStyle;

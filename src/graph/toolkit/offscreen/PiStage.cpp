@@ -213,10 +213,11 @@ std::vector<std::unique_ptr<PiStage::HiddenNode>> PiStage::hideOverlays() const 
 SoNode* PiStage::root() const { return m_root; }
 
 void PiStage::addLights() {
-  m_root->insertChild(makeLight(0.42f, SbVec3f(0.0f, 0.0f, -1.0f)), 0);
+  m_root->insertChild(makeLight(0.38f, SbVec3f(0.0f, 0.0f, -1.0f)), 0);
   m_root->insertChild(makeLight(0.50f, SbVec3f(0.45f, -0.55f, -1.0f)), 1);
   m_root->insertChild(makeLight(0.30f, SbVec3f(-1.0f, -0.1f, -0.45f)), 2);
   m_root->insertChild(makeLight(0.30f, SbVec3f(0.1f, 0.1f, 1.0f)), 3);
+  m_root->insertChild(makeLight(0.25f, SbVec3f(0.0f, 1.0f, -0.25f)), 4);  // surfaces are seen from below, too
 }
 
 // The corners of the box round the scene, in world coordinates.
