@@ -22,6 +22,7 @@
 #include <cstring>
 #include <filesystem>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "Failure.h"
@@ -87,7 +88,7 @@ std::string condensed(const std::string& message) {
 }
 
 // The toolkit reads groups by recursion: a file of nothing but opening braces would exhaust the stack. Text files
-// that people or programs write for a purpose stay far below this.
+// that people or programs write for a purpose stay far below this. Binary files have no braces.
 constexpr int kDeepest = 5000;
 
 void checkNesting(const std::string& file) {
@@ -98,7 +99,12 @@ void checkNesting(const std::string& file) {
   bool inComment = false;
   bool escaped = false;
   char buffer[1 << 16];
+  bool isFirst = true;
   while (const std::size_t count = std::fread(buffer, 1, sizeof(buffer), in.get())) {
+    const std::string_view bytes(buffer, count);
+    if (isFirst && bytes.starts_with("#Inventor") && bytes.substr(0, bytes.find('\n')).find(" binary") != bytes.npos)
+      return;
+    isFirst = false;
     for (std::size_t i = 0; i < count; ++i) {
       const char c = buffer[i];
       if (inComment) {

@@ -280,6 +280,7 @@ TEST_F(Import, RefusesBrokenFilesOfVtk) {
   writeFile("cut_values.vtk", legacy.substr(0, legacy.size() - 5));
   writeFile("word.vtk", std::string(legacy).replace(legacy.find("1 2 3 4 5 6"), 1, "x"));
   writeFile("count.vtk", std::string(legacy).replace(legacy.find("POINTS 8"), 8, "POINTS 99999999999"));
+  writeFile("keyword.vtk", std::string(legacy).replace(legacy.find("CELLS 3 17"), 10, "CELLS7"));
   writeFile("cells.vtk", std::string(legacy).replace(legacy.find("CELLS 3 17"), 10, "CELLS 3 9"));
   const std::string binary = sampleGridLegacy(true);
   writeFile("binary.vtk", std::string(binary).replace(binary.find("CELL_DATA 2"), 11, "CELL_DATA -1"));
@@ -296,6 +297,7 @@ TEST_F(Import, RefusesBrokenFilesOfVtk) {
                                    {"word.vtk", "a number of its SCALARS is none"},
                                    {"count.vtk", "a count in its POINTS can't be true"},
                                    {"cells.vtk", "its CELLS have not as many numbers"},
+                                   {"keyword.vtk", "begins with CELLS, but is none"},
                                    {"binary.vtk", "a count in its CELL_DATA can't be true"},
                                    {"cut.vtu", "VTK can't read it"},
                                    {"components.vtu", "can't be true"},

@@ -122,6 +122,16 @@ TEST_F(ImportView, CutsVolumesOpenThatHideWhatTheyHold) {
   }
 }
 
+// Numbers of a binary scene are no braces, whatever their bytes: here each has four.
+TEST_F(ImportView, ReadsBinaryScenesOfAnyNumbers) {
+  std::string table = "x,y,heat\n";
+  for (int i = 0; i < 2000; ++i) table += std::to_string(i % 50) + "," + std::to_string(i / 50) + ",1.30577099e36\n";
+  writeFile("a.csv", table);
+  runWell("convert a.csv scene.iv --binary");
+  EXPECT_NE(readFile(path("scene.iv")).find("{{{{{{{{"), std::string::npos);
+  runWell("info scene.iv");
+}
+
 #ifdef ORMELLE_IMPORT_HAS_VTK
 
 // The same for cells that name their nodes.
@@ -150,6 +160,16 @@ TEST_F(ImportView, CutsMeshesOpen) {
   EXPECT_NE(said().find("OrmelleCut"), std::string::npos) << said();
   EXPECT_EQ(leastOf(1), 6);
   EXPECT_EQ(leastOf(0), 0);
+}
+
+// What could not be read back isn't written.
+TEST_F(ImportView, RefusesMoreThanASceneHolds) {
+  writeFile(
+      "a.vti",
+      "<VTKFile type=\"ImageData\"><ImageData WholeExtent=\"0 599 0 599 0 599\"><Piece Extent=\"0 599 0 599 0 599\">"
+      "</Piece></ImageData></VTKFile>" +
+          std::string(250000, ' '));
+  runBadly("convert a.vti scene.iv", "more than the 130 million nodes");
 }
 
 #endif

@@ -8,14 +8,15 @@ namespace importer {
 
 namespace {
 
-constexpr std::size_t kMost = std::numeric_limits<int>::max();
+// Of numbers in one field of a scene that the tool reads back.
+constexpr std::size_t kMost = 130'000'000;
 
 // The product of the dimensions less `less`; a direction of one node counts once.
 std::size_t product(const std::array<int, 3>& dims, int less) {
   std::size_t all = 1;
   for (const int dim : dims) {
     const auto count = static_cast<std::size_t>(std::max(1, dim - less));
-    if (all > kMost / count) throw Failure("its grid has more than 2147483647 nodes");
+    if (all > kMost / count) throw Failure("its grid has more than the 130 million nodes that a scene holds");
     all *= count;
   }
   return all;
@@ -51,7 +52,7 @@ void checkCells(const Piece& piece) {
   std::size_t numNodes = 0;
   for (const CellKind kind : piece.cellKinds) numNodes += static_cast<std::size_t>(numNodesOf(kind));
   if (numNodes != piece.cellNodes.size()) throw Failure("its cells don't list as many nodes as they have");
-  if (numNodes > kMost) throw Failure("its cells list more than 2147483647 nodes");
+  if (numNodes > kMost) throw Failure("its cells list more than the 130 million nodes that a scene holds");
   const auto numPoints = static_cast<int>(piece.points.size());
   for (const int node : piece.cellNodes)
     if (node < 0 || node >= numPoints)
@@ -178,7 +179,7 @@ void check(const Dataset& data) {
     for (const int dim : piece.dims)
       if (dim < 1) throw Failure("its grid has no nodes");
     const std::size_t numNodes = numNodesOf(piece);
-    if (numNodes > kMost) throw Failure("it has more than 2147483647 nodes");
+    if (numNodes > kMost) throw Failure("it has more than the 130 million nodes that a scene holds");
     if (numNodes == 0) throw Failure("it has no nodes");
     if (piece.kind == PieceKind::RECTILINEAR_GRID)
       for (std::size_t axis = 0; axis < 3; ++axis)

@@ -115,8 +115,8 @@ struct Dataset {
 };
 
 /// Checks what the writer relies on and throws Failure otherwise: node indices within the points, sizes of the sets,
-/// dimensions that fit the arrays, numbers below 2^31. Readers needn't check these themselves, but must not make
-/// room for what a count in a file promises before they know that the file can hold it.
+/// dimensions that fit the arrays, no more numbers than a scene holds. Readers needn't check these themselves, but must
+/// not make room for what a count in a file promises before they know that the file can hold it.
 void check(const Dataset& data);
 
 /// "1 cell", "3 cells": for notes.

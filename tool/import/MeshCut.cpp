@@ -75,9 +75,15 @@ void forEachOuterNode(const PbMesh& mesh, Take take) {
   std::vector<std::uint64_t> keys;
   forEachFacet(mesh, [&](const PbCell&, const PbArrayOfInt& nodes) { keys.push_back(keyOf(nodes)); });
   std::sort(keys.begin(), keys.end());
+  // Those that are there once: few, so that looking them up is quick.
+  std::size_t numOuter = 0;
+  for (std::size_t i = 0, next = 0; i < keys.size(); i = next) {
+    for (next = i + 1; next < keys.size() && keys[next] == keys[i];) ++next;
+    if (next - i == 1) keys[numOuter++] = keys[i];
+  }
+  keys.resize(numOuter);
   forEachFacet(mesh, [&](const PbCell& cell, const PbArrayOfInt& nodes) {
-    const auto [first, last] = std::equal_range(keys.begin(), keys.end(), keyOf(nodes));
-    if (last - first != 1) return;
+    if (!std::binary_search(keys.begin(), keys.end(), keyOf(nodes))) return;
     const SbVec3f outwards =
         middleOf(mesh, nodes, nodes.getNum()) - middleOf(mesh, cell.getNodeIndexPtr(), cell.getNumNodes());
     for (int i = 0; i < nodes.getNum(); ++i) take(nodes[i], outwards);

@@ -96,6 +96,7 @@ class LegacyGuard {
 
  private:
   using Count = unsigned long long;
+  static constexpr std::array<std::string_view, 5> kCells{"CELLS", "VERTICES", "LINES", "POLYGONS", "TRIANGLE_STRIPS"};
 
   // What follows a keyword; false where it isn't known, or nothing more can be said.
   bool checkSection(const std::string& keyword) {
@@ -109,7 +110,7 @@ class LegacyGuard {
       m_numTuples = count();
       return true;
     }
-    if (isOneOf(keyword, {"CELLS", "VERTICES", "LINES", "POLYGONS", "TRIANGLE_STRIPS"})) return takeCells();
+    if (std::find(kCells.begin(), kCells.end(), keyword) != kCells.end()) return takeCells();
     if (isOneOf(keyword, {"VECTORS", "NORMALS"})) return takeNamed(3);
     if (keyword == "TENSORS") return takeNamed(9);
     if (isOneOf(keyword, {"GLOBAL_IDS", "PEDIGREE_IDS", "EDGE_FLAGS"})) return takeNamed(1);
@@ -127,6 +128,10 @@ class LegacyGuard {
       const Count numbers = count() * m_numTuples;
       return take(numbers, m_words.word());
     }
+    // VTK reads no farther than the end of a keyword, and then numbers that aren't announced.
+    for (const std::string_view start : kCells)
+      if (keyword.starts_with(start))
+        throw Failure("the name of a section begins with " + std::string(start) + ", but is none");
     return keyword == "FIELD" && takeField();
   }
 
