@@ -90,7 +90,7 @@ class Needs {
     if (isA<PoMeshContouring>(m_kit) || isA<PoMeshCrossContour>(m_kit)) {
       const int index = m_kit.valuesIndex.getValue();
       if (!m_mesh->getValuesSet(index)) return noSet(*m_mesh, "values", index, false);
-      const std::string problem = ofIsovalues(index);
+      std::string problem = ofIsovalues(index);
       if (!problem.empty()) return problem;
     }
     const std::string ofItsColors = ofColors();
