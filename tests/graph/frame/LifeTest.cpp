@@ -229,7 +229,7 @@ TEST_F(LifeTest, AnApplicationMayReplaceAPartThatHoldsOthers) {
     const SoNode* cube = own->getPart("cube", FALSE);
     ASSERT_TRUE(cube);
     // What only the field holds was never below the kit, and gives way to a group of its own.
-    auto* holder = static_cast<SoGroup*>(own->getPart("alternateRep", FALSE));
+    auto* holder = static_cast<SoGroup*>(static_cast<SoSFNode*>(own->getField("alternateRep"))->getValue());
     ASSERT_TRUE(holder);
     EXPECT_TRUE(isByField || holder == group.get());
     EXPECT_GE(holder->findChild(cube), 0);
